@@ -1,0 +1,11 @@
+// calc/ProcessState.cpp: the one instance of the process-wide state.
+#include "calc/ProcessState.h"
+
+namespace vkt {
+
+ProcessStateData& ProcessState() {
+  static ProcessStateData state;
+  return state;
+}
+
+}  // namespace vkt
