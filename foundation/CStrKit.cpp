@@ -3,6 +3,8 @@
 // wide runtime; file access goes through the C library's streams.
 #include "foundation/CStrKit.h"
 
+#include "foundation/ListCutting.h"
+
 #include <climits>
 #include <cstdio>
 #include <string>
@@ -128,29 +130,8 @@ int CStrKit::memmems(BYTE* data, BYTE* what, int dataBytes, int whatBytes) {
 }
 
 void CStrKit::CString2Array(CStringArray& out, const char16_t* text, WORD sep, int bTrim) {
-  out.RemoveAll();
-  if (text == nullptr || text[0] == 0 || sep == 0) return;
-  int n = Len(text);
-  int separators = 0;
-  for (int i = 0; i < n; ++i)
-    if (text[i] == sep) ++separators;
-  out.SetSize(0, separators < 1024 ? separators + 1 : 1024);
-  int start = 0;
-  for (int i = 0; i < n; ++i) {
-    if (text[i] != sep) continue;
-    CString item(text + start, i - start);
-    if (bTrim) item.Trim(u' ');
-    out.Add(std::move(item));
-    start = i + 1;
-  }
-  if (text[n - 1] == sep) {
-    out.Add(CString());
-    return;
-  }
-  // The last item is trimmed of all white space, the others of blanks only.
-  CString last(text + start, n - start);
-  if (bTrim) last.Trim();
-  out.Add(std::move(last));
+  const char16_t unit = static_cast<char16_t>(sep);
+  vkt::CutList(out, text, &unit, sep == 0 ? 0 : 1, bTrim != 0);
 }
 
 int CStrKit::File2CString(CString& out, const char16_t* path) {

@@ -7,7 +7,7 @@
 #include "CUtilityCalc.h"
 #include "foundation/CStrKit.h"
 #include "platform/WideRuntime.h"
-#include "toolbox/ListCutting.h"
+#include "foundation/ListCutting.h"
 
 namespace {
 

@@ -1,7 +1,7 @@
-// toolbox/ListCutting.cpp: the separator cut under CUtilityCalc's list
+// foundation/ListCutting.cpp: the separator cut under CUtilityCalc's list
 // services. It compares 16-bit units exactly and knows nothing of quotes,
 // case or locale: a separator inside quotes cuts like any other.
-#include "toolbox/ListCutting.h"
+#include "foundation/ListCutting.h"
 
 #include <climits>
 #include <string_view>

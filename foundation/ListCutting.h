@@ -1,4 +1,4 @@
-// toolbox/ListCutting.h: cutting a text into a list at a separator of any
+// foundation/ListCutting.h: cutting a text into a list at a separator of any
 // length. Internal: the list services of CUtilityCalc stand on it, and it
 // is the rule that CStrKit's one-unit cut follows too.
 #pragma once

@@ -1,0 +1,121 @@
+// CUtilityCalc.h: the library's toolbox, one class of public static
+// operations. Each theme's statics are defined in the source of its theme:
+// settings in calc/, quoting/names/lists in toolbox/, number text in numtext/,
+// and so on.
+#pragma once
+
+#include "CGmp.h"
+#include "VKTCalcExport.h"
+#include "platform/Arrays.h"
+#include "platform/CString.h"
+#include "platform/Types.h"
+
+class VKTCALC_API CUtilityCalc {
+ public:
+  // ---- Settings (calc/Settings.cpp) ---------------------------------------
+  static int m_bCalcEnableChinese;  // names may hold Chinese characters; 1 at load
+  static int m_bCalcEnableComplex;  // the evaluator's complex operand rules; 1 at load
+  static int m_DeclenCompareCalc;   // -1 at load; nothing in the library writes it
+  static LONG m_InvokeJsCounter;    // threads inside a script call; changed atomically
+
+  static void Calc_EnableChinese(int bEnable);
+  static int Calc_IsChineseEnabled();
+  static void Calc_EnableComplex(int bEnable);
+  static int Calc_IsComplexEnabled();
+  static int Calc_GetCompareCalcDeclen();
+  static int Calc_SetCompareCalcDeclen(int nDeclen);
+  static int GetCurrentLanguage();
+  static void SetCurrentLanguage(int nLanguage);
+  static int IsInvokingJS();
+  static int FindGetSoapLikeError(CString& text);
+
+  // ---- Quoting, names and lists (toolbox/) --------------------------------
+  // The quotes ' and " rank equal; the backslash is an escape only in front
+  // of a backslash or a quote. Text that does not fit a form stays unchanged.
+
+  // The quote that opens and closes text of at least two units, else 0.
+  static char16_t DetectStringQuotes(const char16_t* text);
+  // Escapes each \, ' and " with a backslash; 1 when anything was escaped.
+  static int Format_Quates(CString& text);
+  // Undoes Format_Quates, all or nothing: 0 and no change when the text has
+  // no backslash or one that escapes anything but \, ' or ".
+  static int UnFormat_Quates(CString& text);
+  // Encloses the text in quotes, single ones unless the text holds a single
+  // quote past its first unit. bFormat escapes first; without it an existing
+  // pair of quotes is taken off first.
+  static void Attach_Quotes(CString& text, int bFormat);
+  // Takes off every enclosing pair of matching quotes; the quote of the last
+  // pair taken, or 0. bUnformat then undoes escapes when a pair was taken.
+  static char16_t Dettach_Quotes(CString& text, int bUnformat);
+  // The first and the last position of each closed quoted stretch; their
+  // number. A backslash hides the unit behind it.
+  static int FindQuotes(CString& text, CUIntArray& starts, CUIntArray& ends);
+
+  // Cuts text at each exact occurrence of sep into out (emptied first). A
+  // text ending in sep gives an empty last item. bTrim trims blanks (U+0020)
+  // around each item and all white space around the last.
+  static void CString2Array(CStringArray& out, const char16_t* text, const char16_t* sep, int bTrim);
+  // As CString2Array, then each backslash-r-backslash-n in an item becomes
+  // a real CR LF.
+  static void CString2ArrayEx(CStringArray& out, const char16_t* text, WORD sep, int bTrim);
+  static void CString2ArrayEx(CStringArray& out, const char16_t* text, const char16_t* sep, int bTrim);
+  // Trims text in place and reads each trimmed item as a whole number into
+  // out; an empty text leaves out as it was.
+  static void CString2UIntArray(CUIntArray& out, CString& text, WORD sep);
+
+  // Names. bWide admits code units from 129 up (Chinese names); 128 never.
+  static int isAlpha(WORD c);  // 1 for A to Z and a to z
+  // A variable name, trimmed: letters, digits not first, _ @ $ (not alone
+  // of one kind), ':' in names longer than one unit, '.' inside with bDot,
+  // a leading '#' with bHash. nPos gets the refused position, or after a
+  // valid name the position of its last digit, or 0.
+  static int IsValidVarName(const char16_t* name, int bWide, int bDot, int bHash, int& nPos);
+  // A function name, trimmed in place: letters, _, digits not first; not
+  // underscores alone.
+  static int IsValidFuncName(CString& name, int bWide);
+
+  // Small services of the function table.
+  // wcscoll with bCase, _wcsicoll without; a null text comes first.
+  static int StrCmpW(const char16_t* a, const char16_t* b, int bCase);
+  static void Sort_CUIntArray(CUIntArray& items);  // ascending, unsigned
+  // Adds the value (each value of from) that `to` lacks; 1 when any was added.
+  static int CUIntArrayAppendSingle(CUIntArray& to, int value);
+  static int CUIntArrayAppendSingle(CUIntArray& to, CUIntArray& from);
+
+  // ---- Number recognition and display (numtext/) --------------------------
+  // 1 when the text is a number. bComma allows (never requires) grouping by
+  // commas in threes, bExp an exponent; strict picks one of three degrees:
+  // CheckStrict_None admits "12.", "-", "-0" and a lone point, CheckStrict_Full
+  // refuses blanks and bounds the digits by the CGmp limits. A null pointer,
+  // the empty text and, outside CheckStrict_Full, blanks alone are numbers.
+  static int IsPureNumber(const char16_t* text, int bComma,
+                          CGmp::Enum_PureDigitCheckStrict strict, int bExp);
+  // 1 when every unit is a digit 0 to 9, also for the empty text.
+  static int IsString0To9(const char16_t* text);
+  // 1 when value lies within low and high, both inclusive. An empty bound, or
+  // one that is no number, is no bound; a value that is no number counts as 0.
+  static int IsValidNumber(CString& value, CString& low, CString& high);
+  // For a text that is known to be a number: 1 and the text in canonical form
+  // (no blanks, no trailing zeros or point, -0 as 0) when it fits the CGmp
+  // limits; 0 and the text unchanged when not.
+  static int ResetPureNumberString(CString& text);
+  // Reduces the text to the number it holds: 12,345.50 USD gives 12345.50.
+  // bKeepGroups keeps the commas and leading zeros as they stand.
+  static void TrimToNumber(CString& text, int bKeepGroups);
+  // Characters behind the first point; 0 without a point.
+  static int GetDecLen(CString& text);
+  static void Int64Str(CString& out, LONGLONG value);   // signed decimal
+  static void UInt64Str(CString& out, LONGLONG value);  // the bits read as unsigned
+  // The integer part, moved one away from zero when the digit behind the
+  // point is 5 to 9. Null or blanks give 0.
+  static LONGLONG Str2Int64(const char16_t* text);
+  static int Double2Int(double value);  // rounded half away from zero
+  // Groups the integer digits of a number text by threes with commas. bCheck
+  // refuses a text that is no number; without it, texts under 4 units stay.
+  static void SepNumber(CString& text, int bCheck);
+  // Number text to what a cell shows, by a format byte: bits 0-5 decimals (63
+  // for all there are), bit 6 shows a zero (else empty text), bit 7 groups
+  // thousands. bRound rounds half up, else decimals are cut. bKeepBlanks puts
+  // the leading blanks back. A text that is no number stays as it is.
+  static void ConvertToDispFormat(CString& text, BYTE format, int bRound, int bKeepBlanks);
+};
