@@ -553,7 +553,10 @@ void FormatInto(CString& out, const char16_t* format, va_list args) {
           if (precision > 100000) precision = 100000;
         }
       }
-      if (precision >= 0) spec += "." + std::to_string(precision);
+      if (precision >= 0) {
+        spec += '.';
+        spec += std::to_string(precision);
+      }
     }
     Size size = Size::kDefault;
     if (p[0] == u'I' && p[1] == u'6' && p[2] == u'4') {
