@@ -10,8 +10,23 @@
 #include "platform/CString.h"
 #include "platform/Types.h"
 
+class CErrorCollector;
+class ICalcTreeNode;
+
 class VKTCALC_API CUtilityCalc {
  public:
+  // ---- Parsing entry (tree/) ----------------------------------------------
+  // A new tree for the text, owned by the caller (delete the root), or null
+  // with the failure's number, position and text in errors (which may be
+  // null). Empty or blank text gives a root of kind 1 without children. A
+  // failed parse is tried once more with a backslash added before closing
+  // quotes that it hid, so that 'C:\dir\' reads as a string.
+  static ICalcTreeNode* ParseExpression(const char16_t* text, CErrorCollector* errors);
+  // The same for a cell's formula: leading blanks, one "=" and the blanks
+  // behind it are skipped; positions count from behind them. Null, empty
+  // and "=" alone give null without an error.
+  static ICalcTreeNode* ParseExpression_Formula(const char16_t* text, CErrorCollector* errors);
+
   // ---- Settings (calc/Settings.cpp) ---------------------------------------
   static int m_bCalcEnableChinese;  // names may hold Chinese characters; 1 at load
   static int m_bCalcEnableComplex;  // the evaluator's complex operand rules; 1 at load
