@@ -10,8 +10,13 @@
 
 #include <atomic>
 
+#include "CStringPool.h"
 #include "VKTCalcEntry.h"
+#include "platform/Arrays.h"
 #include "platform/CString.h"
+#include "platform/Sync.h"
+
+class CFuncInfo;
 
 namespace vkt {
 
@@ -23,6 +28,11 @@ struct ProcessStateData {
   std::atomic<ILggInterface*> language{nullptr};        // the host's; never deleted here
   std::atomic<SoapLikeErrorFinder> soapFinder{nullptr}; // the host's; null: none
   int currentLanguage = 0;                              // SetCurrentLanguage
+  // Last in the load order: the built-in function catalogue, filled once by
+  // func/BuiltinTable.cpp under funcLock and read without it afterwards.
+  CStringPool funcNames;                                // the built-in names, lower-cased
+  CArray<CFuncInfo*, CFuncInfo*> funcInfos;             // their records, which are never freed
+  CCritSec funcLock;                                    // guards the one-time set-up
 };
 
 ProcessStateData& ProcessState();
