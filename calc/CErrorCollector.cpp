@@ -8,48 +8,10 @@
 #include <cstring>
 
 #include "ICalcTreeNode.h"
-#include "calc/ProcessState.h"
+#include "calc/LanguageText.h"
 #include "platform/WideRuntime.h"
 
 namespace {
-
-// The language text of a number. Chosen: with no language interface
-// installed a number has no text, rather than a call through null.
-CString LanguageText(int number) {
-  ILggInterface* lgg = vkt::LanguageInterface();
-  if (lgg == nullptr) return CString();
-  return CString(lgg->GetText(number));  // copied at once; null reads as empty
-}
-
-// The message of a language text with one text argument, as a printf-style
-// format with a single %s would give it: "%%" is a percent sign and the
-// first "%s" takes the argument. Chosen: a further "%s" has no argument and
-// is dropped, and any other percent code is kept as it stands, so a host's
-// text can never make us read an argument that was not passed.
-CString FormatWithArgument(const CString& format, const CString& arg) {
-  CString out;
-  bool used = false;
-  const int length = format.GetLength();
-  for (int i = 0; i < length; ++i) {
-    const char16_t ch = format[i];
-    if (ch == u'%' && i + 1 < length) {
-      const char16_t next = format[i + 1];
-      if (next == u'%') {
-        out += u'%';
-        ++i;
-        continue;
-      }
-      if (next == u's') {
-        if (!used) out += arg;
-        used = true;
-        ++i;
-        continue;
-      }
-    }
-    out += ch;
-  }
-  return out;
-}
 
 // A heap copy of `length` units and a terminator, or null for empty text.
 char16_t* HeapCopy(const char16_t* text, std::size_t length) {
@@ -108,7 +70,7 @@ const char16_t* CErrorCollector::GetErrorText(const char16_t* fontFace) {
   if (pszErrorText == nullptr) {
     // Built from the number alone; a "%s" in the language text stays, and
     // the caret waits for a call that finds a text.
-    if (nError > 0) SetErrorText(LanguageText(nError).GetString());
+    if (nError > 0) SetErrorText(vkt::LanguageText(nError).GetString());
     return pszErrorText;
   }
   if (nCodePos == -1) return pszErrorText;
@@ -150,9 +112,9 @@ void CErrorCollector::SetErrorText(int number, const char16_t* param) {
     pCurrentNode->GetExpression(arg);
   }
   if (number > 0) {
-    CString message = LanguageText(number);
+    CString message = vkt::LanguageText(number);
     if (message.Find(u"%s") >= 0 && !arg.IsEmpty()) {
-      arg = FormatWithArgument(message, arg);
+      arg = vkt::FormatOneArgument(message, arg);
     } else {
       message.Replace(u"%s", u"");
       arg = message;

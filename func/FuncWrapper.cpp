@@ -66,38 +66,4 @@ CString CallText(CFuncPara& para) {
   return text;
 }
 
-CString LanguageText(int id) {
-  ILggInterface* lgg = LanguageInterface();
-  if (lgg == nullptr) return CString();
-  return CString(lgg->GetText(id));  // copied at once; a null text reads as empty
-}
-
-void TranslateText(CString& text) {
-  ILggInterface* lgg = LanguageInterface();
-  if (lgg != nullptr) lgg->TranslateText(text);
-}
-
-CString FormatOneArgument(const CString& format, const CString& arg) {
-  CString out;
-  bool used = false;
-  const int length = format.GetLength();
-  for (int i = 0; i < length; ++i) {
-    const char16_t ch = format[i];
-    if (ch == u'%' && i + 1 < length) {
-      const char16_t next = format[i + 1];
-      if (next == u'%' || next == u's') {
-        if (next == u'%')
-          out += u'%';
-        else if (!used)
-          out += arg;
-        used = used || next == u's';
-        ++i;
-        continue;
-      }
-    }
-    out += ch;
-  }
-  return out;
-}
-
 }  // namespace vkt::func

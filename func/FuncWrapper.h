@@ -3,6 +3,8 @@
 // Internal: nothing under include/ includes it.
 #pragma once
 
+#include "calc/LanguageText.h"
+
 #include "CFuncItem.h"
 #include "platform/CString.h"
 
@@ -23,16 +25,9 @@ int RunBody(CFuncPara& para, PFN_FUNCBODY body, CErrorCollector* pErr);
 // "name(arg1, arg2)", or "name()" without arguments.
 CString CallText(CFuncPara& para);
 
-// The language text of a number. Chosen: with no language interface
-// installed every number has the empty text.
-CString LanguageText(int id);
-// Translates in place through the language interface; without one the
-// text stays as it is.
-void TranslateText(CString& text);
-// `format` as a format with the one text argument `arg`: the first "%s"
-// takes it and "%%" is a percent sign. Chosen: a further "%s" has no
-// argument and is dropped, and any other percent code stays as it stands,
-// so that a host's text can never make us read an argument not passed.
-CString FormatOneArgument(const CString& format, const CString& arg);
+// Texts by number and the filling of "%s": shared with the error collector.
+using vkt::FormatOneArgument;
+using vkt::LanguageText;
+inline void TranslateText(CString& text) { vkt::TranslateLanguageText(text); }
 
 }  // namespace vkt::func
