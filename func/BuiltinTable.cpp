@@ -115,7 +115,10 @@ namespace {
 // list (declared in func/BuiltinTable.h) and enters it here. A row that no
 // family names has no body yet, and a call of it goes to the host.
 using FamilyBodies = std::span<const BuiltinBody> (*)();
-constexpr std::array<FamilyBodies, 0> kFamilies{};
+constexpr FamilyBodies kFamilies[] = {
+    &ControlBodies,  // func/FuncControl.cpp
+    &MathBodies,     // func/FuncMath.cpp
+};
 
 // The records live to the end of the process: they are built in place in
 // static storage and never destroyed, so that no exit-time destructor takes

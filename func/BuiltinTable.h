@@ -42,6 +42,8 @@ struct BuiltinBody {
 // The body lists of the families, each defined in its family's source and
 // entered in kFamilies of func/BuiltinTable.cpp, for instance:
 //   std::span<const BuiltinBody> MathBodies();  // func/FuncMath.cpp
+std::span<const BuiltinBody> ControlBodies();  // func/FuncControl.cpp: if, js
+std::span<const BuiltinBody> MathBodies();     // func/FuncMath.cpp: sum .. rand
 
 // Sets pfnBody of each record whose row (same index) bears an entry's name.
 // Gives the number of entries that found no row.

@@ -11,7 +11,13 @@
 #include "platform/Types.h"
 
 class CErrorCollector;
+class CFuncPara;
 class ICalcTreeNode;
+class COleDateTime;
+class CMapStringToString;
+class CPoint;
+class IStreamInput;
+class IStreamOutput;
 
 class VKTCALC_API CUtilityCalc {
  public:
@@ -43,6 +49,27 @@ class VKTCALC_API CUtilityCalc {
   static void SetCurrentLanguage(int nLanguage);
   static int IsInvokingJS();
   static int FindGetSoapLikeError(CString& text);
+
+  // ---- Script (func/FuncControl.cpp) --------------------------------------
+  // Runs the script function `name` (null or empty: para's strName) on the
+  // script host of the frame with para's arguments, into para's strResult.
+  // m_InvokeJsCounter counts the call while it runs. The host's answer when
+  // it succeeded and the SOAP-like error finder, if installed, finds no
+  // error in the result; 0 otherwise: without a host or a name (strResult
+  // untouched), with the text "JavaScript Function <name> Invoking Failure"
+  // when the host failed, and with the finder's text when it found one.
+  static int WrapInvokeJS(CFuncPara* para, const char16_t* name);
+
+  // The host's way to its script window, called by js in place of a
+  // window message when the frame's hJsWnd is not null. It gets the window
+  // and the frame (nJsMessage included; the name is the first argument),
+  // leaves the result or an error message in strResult and answers non-zero
+  // for success.
+  typedef int (*PFN_JSWNDHOOK)(void* hJsWnd, CFuncPara* para);
+  // Installs the hook (null removes it) and gives the one it replaces.
+  // Without a hook no handle counts as a window, and js goes to the script
+  // host instead.
+  static PFN_JSWNDHOOK SetScriptWindowHook(PFN_JSWNDHOOK hook);
 
   // ---- Quoting, names and lists (toolbox/) --------------------------------
   // The quotes ' and " rank equal; the backslash is an escape only in front
@@ -133,4 +160,62 @@ class VKTCALC_API CUtilityCalc {
   // thousands. bRound rounds half up, else decimals are cut. bKeepBlanks puts
   // the leading blanks back. A text that is no number stays as it is.
   static void ConvertToDispFormat(CString& text, BYTE format, int bRound, int bKeepBlanks);
+
+  // ---- Random (func/FuncMath.cpp) -----------------------------------------
+  // Two pools of 20 words under one lock: a secure one refilled from the
+  // system's generator, and a weak one refilled from a seeded generator.
+  // A random word made non-negative: a word with its top bit set is negated.
+  // Chosen: the word stays unsigned, so 0x80000000 gives 2^31 rather than a
+  // negative number. bWeak 0 draws from the secure pool, which falls back
+  // on the weak one when the system's generator fails; non-zero draws from
+  // the weak pool.
+  static UINT GetUIntRand(int bWeak);
+  static int C0_99(int bWeak);  // GetUIntRand(bWeak) % 100
+  // Appends count characters of 0-9 and A-Z drawn from the weak pool; the
+  // first of them is always a letter. A count below 1 appends nothing.
+  static void GenRandalphabetDigitString(CString& out, int count);
+
+  // ---- Stream helpers (toolbox/StreamHelpers.cpp) -------------------------
+  // What goes in which order through which operation of the host's stream;
+  // the byte layout is the stream's. Counts are 32-bit words (WriteDWord),
+  // raw values go by WriteData, strings by WriteString, each with the flag
+  // 1. The writers report nothing. The readers answer 1, or 0 at the first
+  // failed read, leaving in the target what was read up to then; an array
+  // takes its size before its elements are read. Chosen: a count that no
+  // array can hold (above INT_MAX, or negative where it is read signed)
+  // fails like a failed read, with the target untouched.
+  static void SerializePoint(IStreamOutput* out, CPoint& point);         // x, y
+  static int DeserializePoint(IStreamInput* in, CPoint& point);
+  // The serial as the 8 bytes of a double; the status is not written, and
+  // reading assigns the serial, which sets the status anew.
+  static void SerializeDate(IStreamOutput* out, COleDateTime& date);
+  static int DeserializeDate(IStreamInput* in, COleDateTime& date);
+  // The pointer's value in 8 bytes; meaningful only in the writing process.
+  static void SerializeHandle(IStreamOutput* out, void* handle);
+  static int DeserializeHandle(IStreamInput* in, void*& handle);
+  static void SerializeByteArray(IStreamOutput* out, CByteArray& items);  // count, bytes
+  static int DeserializeByteArray(IStreamInput* in, CByteArray& items);
+  // The count, then 8 bytes per handle; the count is read by ReadInt.
+  static void SerializeHandleArray(IStreamOutput* out, CArray<void*, void*>& items);
+  static int DeserializeHandleArray(IStreamInput* in, CArray<void*, void*>& items);
+  // The count by WriteByte (nCountWidth 1, cut to 8 bits), WriteWord (2,
+  // cut to 16 bits) or WriteDWord (any other width; the library passes 4),
+  // then every element as 4 raw bytes: the true size decides how many, so a
+  // size too large for the width cannot be read back. The reader takes the
+  // count by ReadByte, ReadWord or ReadInt.
+  static void SerializeUIntArray(IStreamOutput* out, CUIntArray& items, int nCountWidth);
+  static int DeserializeUIntArray(IStreamInput* in, CUIntArray& items, int nCountWidth);
+  // The count first when bCount is non-zero, then each string.
+  static void SerializeStringArray(IStreamOutput* out, CStringArray& items, int bCount);
+  // nCount below 0 reads the count (ReadInt; a negative one gives 0) and
+  // sets the array's size to it. nCount 0 or above expects that many
+  // strings and grows a smaller array to it, never cutting a larger one.
+  // The strings fill the first places.
+  static int DeserializeStringArray(IStreamInput* in, CStringArray& items, int nCount);
+  // The count, then key and value of each pair in the map's walking order.
+  // There is no reader.
+  static void SerializeMapStringToString(CMapStringToString& map, IStreamOutput* out);
+  // One 16-bit unit from two ReadRaw bytes, low byte first; 0 for a null
+  // stream or when either byte is past the end.
+  static char16_t readChar(IStreamInput* in);
 };

@@ -2,8 +2,9 @@
 // that tests, fuzzers and benchmarks can take a formula from text to its
 // value: parse, then search for the next step and do it until none is left.
 // Variables are answered by a callback and put in as the calculator puts a
-// host's value in; of the functions only `if` is known, with the body's own
-// reading of its arguments. Any other call stops the run with code 3.
+// host's value in; of the functions only `if` is known, and it runs its
+// real body through a function manager, as the calculator calls it. Any
+// other call stops the run with code 3.
 #pragma once
 
 #include <functional>
@@ -12,6 +13,8 @@
 #include <vector>
 
 #include "CErrorCollector.h"
+#include "CFuncItem.h"
+#include "CFuncMnger.h"
 #include "CGmp.h"
 #include "CUtilityCalc.h"
 #include "ICalcTreeNode.h"
@@ -58,6 +61,7 @@ class EvalDriver {
 
  private:
   static constexpr int kStepLimit = 1000000;
+  static constexpr int kErrFunctionFailed = 1072;  // as the calculator reports a failed call
 
   static EvalRun& Fail(EvalRun& run, CErrorCollector& errors) {
     run.code = -1;
@@ -121,24 +125,22 @@ class EvalDriver {
     return CCalcTreeNode::From(root)->Parse(text, &errors) != 0;
   }
 
-  // The body of `if`: the first argument read as a number, zero or no
-  // number being false; a chosen text keeps its quotes and so stays text.
-  static bool CallIf(ICalcTreeNode* root, CCalcTreeNode* node, EvalRun& run, CErrorCollector& errors) {
-    CString name;
-    CStringArray args;
-    node->GetFuncCall(name, args, 0);
-    if (args.GetSize() != 3) {
-      errors.nError = kErrSyntax;
+  // The call of `if`, made as the calculator makes it: a frame with the
+  // argument texts, the manager's wrapper around the body, and the result
+  // text put in place of the call.
+  bool CallIf(ICalcTreeNode* root, CCalcTreeNode* node, EvalRun& run, CErrorCollector& errors) {
+    CFuncPara frame;
+    node->GetFuncCall(frame.strName, frame.arrArgs, 0);
+    if (m_functions.CallFunc(frame, 0, &errors, -1) != 1) {
+      if (errors.nError == 0) errors.nError = kErrFunctionFailed;
       return false;
     }
-    CString condition(args[0]);
-    CUtilityCalc::Dettach_Quotes(condition, 1);
-    const CString chosen = CGmp::IsZero(condition.GetString()) ? args[2] : args[1];
-    run.resultKind = CUtilityCalc::DetectStringQuotes(chosen.GetString()) != 0 ? 1 : 0;
-    return SetValue(root, node, chosen.GetString(), errors);
+    run.resultKind = frame.nResultKind;
+    return SetValue(root, node, frame.strResult.GetString(), errors);
   }
 
   unsigned char m_format;
+  CFuncMnger m_functions;  // only its built-in `if` is ever called
 };
 
 inline EvalRun Evaluate(const char16_t* formula, const VariableValues& values = {}, unsigned char format = 0) {
