@@ -59,13 +59,21 @@ int CUtilityCalc::UnFormat_Quates(CString& text) {
   return 1;
 }
 
+// The enclosing pairs are counted first and cut once: peeling one pair per
+// copy would make a text of a million quote marks quadratic.
 char16_t CUtilityCalc::Dettach_Quotes(CString& text, int bUnformat) {
+  const char16_t* p = text.GetString();
+  int from = 0;
+  int length = text.GetLength();
   char16_t last = 0;
-  for (char16_t quote; (quote = EnclosingQuote(text.GetString(), text.GetLength())) != 0;) {
-    text = text.Mid(1, text.GetLength() - 2);
+  for (char16_t quote; (quote = EnclosingQuote(p + from, length)) != 0;) {
     last = quote;
+    ++from;
+    length -= 2;
   }
-  if (last != 0 && bUnformat) UnFormat_Quates(text);
+  if (last == 0) return 0;
+  text = text.Mid(from, length);
+  if (bUnformat) UnFormat_Quates(text);
   return last;
 }
 

@@ -20,22 +20,6 @@
 namespace vkt {
 namespace {
 
-bool IsQuote(char16_t ch) { return ch == u'\'' || ch == u'"'; }
-
-// Takes off every enclosing pair of matching quotes and then undoes the
-// escapes, as Dettach_Quotes(text, 1) does. Chosen: the pairs are counted
-// first and cut once, so a string of a million quote marks costs one copy,
-// not one per pair.
-void DetachQuotes(CString& text) {
-  const int length = text.GetLength();
-  int pairs = 0;
-  while (length - 2 * pairs >= 2 && IsQuote(text[pairs]) && text[length - 1 - pairs] == text[pairs])
-    ++pairs;
-  if (pairs == 0) return;
-  text = text.Mid(pairs, length - 2 * pairs);
-  CUtilityCalc::UnFormat_Quates(text);
-}
-
 // Destroys the nodes and everything below them without recursion: each
 // node's children are taken over before the node is deleted, so its own
 // destructor finds none.
@@ -258,7 +242,7 @@ const char16_t* CCalcTreeNode::GetTextPtr() const { return m_Text.GetString(); }
 
 void CCalcTreeNode::SetText(const char16_t* text) {
   CString value(text);  // text may point into m_Text
-  DetachQuotes(value);
+  CUtilityCalc::Dettach_Quotes(value, 1);
   if (value.Find(u"\\r\\n") >= 0) value.Replace(u"\\r\\n", u"\r\n");
   m_Text = std::move(value);
   m_ValueState = kValueText;
@@ -318,7 +302,7 @@ int CCalcTreeNode::ApplyValue(const char16_t* text) {
   if (CUtilityCalc::DetectStringQuotes(text) != 0) {
     m_Kind = kKindText;
     m_Text = CString(text);
-    DetachQuotes(m_Text);
+    CUtilityCalc::Dettach_Quotes(m_Text, 1);
     m_ValueState = kValueText;
     return 0;
   }
