@@ -9,7 +9,7 @@
 
 using vkt::test::Fields;
 using vkt::test::Raw;
-using vkt::test::ReducedLimits;
+using vkt::test::LimitMode;
 using vkt::test::Text;
 
 namespace {
@@ -79,7 +79,7 @@ TEST(CGmpAdd, ExactBeyondTheLimits) {
   EXPECT_EQ(Text(x), big + u"." + Repeat(u'1', 40));  // all 100 digits kept
   x.Validate();
   EXPECT_EQ(Text(x), big);
-  ReducedLimits reduced;
+  LimitMode reduced;
   CGmp a(u"99999999999999");  // 14 digits
   CGmp b(u"0.5");
   a.add(&b);
@@ -104,7 +104,7 @@ TEST(CGmpAdd, DecimalsEqualUpToTheLimitCancel) {
   EXPECT_EQ(x.Compare(&y, 0), 0);
   x.minu(&y);
   EXPECT_EQ(Fields(x), u"+|0|");  // not one unit of the 40th place
-  ReducedLimits reduced;
+  LimitMode reduced;
   CGmp a(u"0.123456789011");
   CGmp b(u"0.123456789012");
   EXPECT_EQ(a.Compare(&b, 0), 0);
@@ -147,8 +147,8 @@ TEST(CGmpMul, PartialProductsAreCutBeforeTheDigit) {
   EXPECT_EQ(Text(tens), u"1" + Repeat(u'0', 80));
 }
 
-TEST(CGmpMul, ReducedLimits) {
-  ReducedLimits reduced;
+TEST(CGmpMul, LimitMode) {
+  LimitMode reduced;
   CGmp x(u"0.000001");
   CGmp y(u"0.000001");
   x.mul(&y);
@@ -235,8 +235,8 @@ TEST(CGmpShift, Table) {
   }
 }
 
-TEST(CGmpShift, ReducedLimitsCutAtTwelveDecimals) {
-  ReducedLimits reduced;
+TEST(CGmpShift, LimitModeCutAtTwelveDecimals) {
+  LimitMode reduced;
   CGmp x(u"1");
   x.Div_10exp(12);
   EXPECT_EQ(Text(x), u"0.000000000001");

@@ -8,7 +8,7 @@
 
 using vkt::test::Fields;
 using vkt::test::Raw;
-using vkt::test::ReducedLimits;
+using vkt::test::LimitMode;
 using vkt::test::Text;
 
 namespace {
@@ -56,8 +56,8 @@ TEST(CGmpDiv, Table) {
   }
 }
 
-TEST(CGmpDiv, ReducedLimits) {
-  ReducedLimits reduced;
+TEST(CGmpDiv, LimitMode) {
+  LimitMode reduced;
   const std::pair<const char16_t*, const char16_t*> cases[] = {
       {u"1", u"0.333333333333"}, {u"100", u"33.333333333333"}, {u"1000", u"333.33333333333"}};
   for (const auto& [a, expected] : cases) {

@@ -13,7 +13,7 @@
 
 using namespace vkt::digits;
 using vkt::test::Fields;
-using vkt::test::ReducedLimits;
+using vkt::test::LimitMode;
 
 namespace {
 
@@ -77,8 +77,8 @@ void CheckMultiplication(int seed, int rounds, int maxInt, int maxDec) {
 
 TEST(CGmpPaths, FastMultiplicationMatchesStepwise) { CheckMultiplication(1, 20000, 35, 30); }
 
-TEST(CGmpPaths, FastMultiplicationMatchesStepwiseAtReducedLimits) {
-  ReducedLimits reduced;
+TEST(CGmpPaths, FastMultiplicationMatchesStepwiseAtLimitMode) {
+  LimitMode reduced;
   CheckMultiplication(2, 20000, 9, 8);
 }
 
@@ -131,8 +131,8 @@ void CheckDivision(int seed, int rounds, int maxInt, int maxDec) {
 
 TEST(CGmpPaths, DivisionMatchesDigitByDigit) { CheckDivision(3, 4000, 40, 30); }
 
-TEST(CGmpPaths, DivisionMatchesDigitByDigitAtReducedLimits) {
-  ReducedLimits reduced;
+TEST(CGmpPaths, DivisionMatchesDigitByDigitAtLimitMode) {
+  LimitMode reduced;
   CheckDivision(4, 4000, 12, 10);
 }
 

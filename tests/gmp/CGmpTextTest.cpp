@@ -9,7 +9,7 @@
 
 using vkt::test::Fields;
 using vkt::test::Raw;
-using vkt::test::ReducedLimits;
+using vkt::test::LimitMode;
 using vkt::test::Text;
 
 namespace {
@@ -176,8 +176,8 @@ TEST(CGmpValidate, CutsDecimalsFirst) {
   }
 }
 
-TEST(CGmpValidate, ReducedLimits) {
-  ReducedLimits reduced;
+TEST(CGmpValidate, LimitMode) {
+  LimitMode reduced;
   EXPECT_EQ(Text(u"0.123456789012345"), u"0.123456789012");
   CGmp x(u"1000.123456789012");
   EXPECT_EQ(Fields(x), u"+|1000|123456789");  // 1000.1234567890, trailing 0 stripped
@@ -250,7 +250,7 @@ TEST(CGmpGetString, DecimalsAboveTheLimitCountAsIt) {
   CString out;
   x.GetString(out, 45, 0);
   EXPECT_EQ(std::u16string(out.View()), u"12.5" + std::u16string(39, u'0'));
-  ReducedLimits reduced;
+  LimitMode reduced;
   x.GetString(out, 45, 0);
   EXPECT_EQ(std::u16string(out.View()), u"12.5" + std::u16string(11, u'0'));
 }

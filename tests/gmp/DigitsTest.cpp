@@ -99,7 +99,7 @@ TEST(Digits, CompareDecStopsBeforeTheLimit) {
   EXPECT_EQ(Digits_CompareDec(CString((common + u"1").c_str()), CString((common + u"2").c_str())), 0);
   EXPECT_EQ(Digits_CompareDec(CString((common.substr(1) + u"1").c_str()), CString((common.substr(1) + u"2").c_str())),
             -1);
-  vkt::test::ReducedLimits reduced;
+  vkt::test::LimitMode reduced;
   EXPECT_EQ(Digits_CompareDec(CString(u"123456789011"), CString(u"123456789012")), 0);
   EXPECT_EQ(Digits_CompareDec(CString(u"12345678901"), CString(u"12345678902")), -1);
 }

@@ -14,7 +14,7 @@
 #include "CGmp.h"
 #include "tests/support/GmpText.h"
 
-using vkt::test::ReducedLimits;
+using vkt::test::LimitMode;
 using vkt::test::Text;
 
 namespace {
@@ -326,8 +326,8 @@ void RunDifferential(unsigned seed, int pairs, int maxDigits, int maxDec) {
 
 TEST(GmpReference, FullLimits) { RunDifferential(20240611u, 25000, 60, 40); }
 
-TEST(GmpReference, ReducedLimits) {
-  ReducedLimits reduced;
+TEST(GmpReference, LimitMode) {
+  LimitMode reduced;
   RunDifferential(7u, 15000, 14, 12);
 }
 

@@ -6,24 +6,15 @@
 #include <string>
 
 #include "VKTCalc.h"
+#include "tests/support/GmpText.h"
 
 namespace {
+
+using vkt::test::LimitMode;
 
 constexpr CGmp::Enum_PureDigitCheckStrict kNone = CGmp::CheckStrict_None;
 constexpr CGmp::Enum_PureDigitCheckStrict kNormal = CGmp::CheckStrict_Normal;
 constexpr CGmp::Enum_PureDigitCheckStrict kFull = CGmp::CheckStrict_Full;
-
-// Sets g_bLS for one test and puts the old value back, also on failure.
-class LimitMode {
- public:
-  explicit LimitMode(int bLS) : m_saved(g_bLS) { g_bLS = bLS; }
-  ~LimitMode() { g_bLS = m_saved; }
-  LimitMode(const LimitMode&) = delete;
-  LimitMode& operator=(const LimitMode&) = delete;
-
- private:
-  int m_saved;
-};
 
 struct PureCase {
   const char16_t* text;

@@ -6,20 +6,12 @@
 #include <string>
 
 #include "VKTCalc.h"
+#include "tests/support/GmpText.h"
 #include "numtext/NumberDisplay.h"
 
 namespace {
 
-class LimitMode {
- public:
-  explicit LimitMode(int bLS) : m_saved(g_bLS) { g_bLS = bLS; }
-  ~LimitMode() { g_bLS = m_saved; }
-  LimitMode(const LimitMode&) = delete;
-  LimitMode& operator=(const LimitMode&) = delete;
-
- private:
-  int m_saved;
-};
+using vkt::test::LimitMode;
 
 std::u16string Str(const CString& text) { return std::u16string(text.View()); }
 std::string Row(const char16_t* text) { return testing::PrintToString(std::u16string(text)); }

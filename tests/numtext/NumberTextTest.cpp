@@ -9,19 +9,11 @@
 #include <string>
 
 #include "VKTCalc.h"
+#include "tests/support/GmpText.h"
 
 namespace {
 
-class LimitMode {
- public:
-  explicit LimitMode(int bLS) : m_saved(g_bLS) { g_bLS = bLS; }
-  ~LimitMode() { g_bLS = m_saved; }
-  LimitMode(const LimitMode&) = delete;
-  LimitMode& operator=(const LimitMode&) = delete;
-
- private:
-  int m_saved;
-};
+using vkt::test::LimitMode;
 
 std::u16string Digits(int n, char16_t digit = u'1') { return std::u16string(static_cast<std::size_t>(n), digit); }
 std::string Row(const std::u16string& text) { return testing::PrintToString(text); }

@@ -3,7 +3,7 @@
 // Text(x) is the value as GetString(out, -1, 0) prints it (all decimals, no
 // grouping), as a std::u16string that EXPECT_EQ compares and prints.
 // Fields(x) shows the raw fields, for tests that care about the form:
-// "-|12|5" is m_bNeg 1, m_strInt "12", m_strDec "5". ReducedLimits sets
+// "-|12|5" is m_bNeg 1, m_strInt "12", m_strDec "5". LimitMode sets
 // g_bLS for one scope.
 #pragma once
 
@@ -39,12 +39,14 @@ inline CGmp Raw(const char16_t* in, const char16_t* dec, int neg = 0) {
   return x;
 }
 
-class ReducedLimits {
+// Sets g_bLS for one scope (1: the reduced limits) and puts the old value
+// back, also when the test fails.
+class LimitMode {
  public:
-  ReducedLimits() : m_saved(g_bLS) { g_bLS = 1; }
-  ~ReducedLimits() { g_bLS = m_saved; }
-  ReducedLimits(const ReducedLimits&) = delete;
-  ReducedLimits& operator=(const ReducedLimits&) = delete;
+  explicit LimitMode(int bLS = 1) : m_saved(g_bLS) { g_bLS = bLS; }
+  ~LimitMode() { g_bLS = m_saved; }
+  LimitMode(const LimitMode&) = delete;
+  LimitMode& operator=(const LimitMode&) = delete;
 
  private:
   int m_saved;
