@@ -8,7 +8,7 @@
 #include <cstring>
 
 #include "ICalcTreeNode.h"
-#include "calc/LanguageText.h"
+#include "func/LanguageText.h"
 #include "platform/WideRuntime.h"
 
 namespace {

@@ -2,7 +2,7 @@
 // the language interface, the SOAP-like error finder, date checks and the
 // system clock. Nothing here computes; each is a setter, getter or check.
 #include "VKTCalcEntry.h"
-#include "calc/ProcessState.h"
+#include "func/ProcessState.h"
 #include "platform/Clock.h"
 
 ILggInterface::~ILggInterface() = default;

@@ -4,7 +4,7 @@
 #include <atomic>
 
 #include "CUtilityCalc.h"
-#include "calc/ProcessState.h"
+#include "func/ProcessState.h"
 
 int CUtilityCalc::m_bCalcEnableChinese = 1;
 int CUtilityCalc::m_bCalcEnableComplex = 1;

@@ -9,7 +9,7 @@
 #include <string_view>
 
 #include "CFuncMnger.h"
-#include "calc/ProcessState.h"
+#include "func/ProcessState.h"
 #include "foundation/CBuffer.h"
 #include "platform/Config.h"
 #include "platform/Sync.h"

@@ -7,7 +7,7 @@
 #include "CErrorCollector.h"
 #include "CGmp.h"
 #include "CUtilityCalc.h"
-#include "calc/ProcessState.h"
+#include "func/ProcessState.h"
 #include "foundation/CStrKit.h"
 
 namespace vkt::func {

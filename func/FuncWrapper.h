@@ -3,7 +3,7 @@
 // Internal: nothing under include/ includes it.
 #pragma once
 
-#include "calc/LanguageText.h"
+#include "func/LanguageText.h"
 
 #include "CFuncItem.h"
 #include "platform/CString.h"

@@ -9,7 +9,7 @@
 #include <string>
 
 #include "VKTCalc.h"
-#include "calc/ProcessState.h"
+#include "func/ProcessState.h"
 
 namespace vkt::test {
 

@@ -1,9 +1,9 @@
-// calc/LanguageText.cpp: the library's only readers of the language
+// func/LanguageText.cpp: the library's only readers of the language
 // interface's texts; errors, function information and call messages all
 // come through here.
-#include "calc/LanguageText.h"
+#include "func/LanguageText.h"
 
-#include "calc/ProcessState.h"
+#include "func/ProcessState.h"
 
 namespace vkt {
 

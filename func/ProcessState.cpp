@@ -1,5 +1,5 @@
-// calc/ProcessState.cpp: the one instance of the process-wide state.
-#include "calc/ProcessState.h"
+// func/ProcessState.cpp: the one instance of the process-wide state.
+#include "func/ProcessState.h"
 
 namespace vkt {
 

@@ -1,4 +1,4 @@
-// calc/LanguageText.h: texts by number through the host's language
+// func/LanguageText.h: texts by number through the host's language
 // interface, and the one way the library fills a text's "%s". Internal.
 #pragma once
 

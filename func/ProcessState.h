@@ -1,4 +1,4 @@
-// calc/ProcessState.h: the process-wide objects of the library, built in one
+// func/ProcessState.h: the process-wide objects of the library, built in one
 // fixed order and destroyed in the reverse order. Internal.
 //
 // Chosen: the objects live in one function-local static, built at the first
