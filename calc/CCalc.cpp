@@ -33,8 +33,6 @@ constexpr int kCallDone = 1;
 constexpr int kCallNoBody = -1;
 constexpr int kCallGated = -2;
 
-constexpr int kErrFunctionFailed = 1072;
-
 // A run that ends with anything but code 0 leaves no result kind behind.
 int EndRun(CalculatePara& para, int code) {
   para.nResultKind = 0;

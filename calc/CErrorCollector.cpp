@@ -10,6 +10,7 @@
 #include "ICalcTreeNode.h"
 #include "func/LanguageText.h"
 #include "platform/WideRuntime.h"
+#include "tree/ErrorNumbers.h"
 
 namespace {
 
@@ -138,6 +139,6 @@ void CErrorCollector::SetCodePos(int number, int position) {
 
 void CErrorCollector::SetErrorSyntax(int position, const char16_t* param) {
   nCodePos = position;
-  nError = 1003;
-  SetErrorText(1003, param);
+  nError = vkt::kErrSyntax;
+  SetErrorText(vkt::kErrSyntax, param);
 }

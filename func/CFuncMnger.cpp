@@ -14,6 +14,7 @@
 #include "func/BuiltinTable.h"
 #include "func/FuncWrapper.h"
 #include "platform/WideRuntime.h"
+#include "tree/ErrorNumbers.h"
 
 using vkt::func::BuiltinInfos;
 using vkt::func::BuiltinNames;
@@ -101,8 +102,8 @@ int CFuncMnger::CallFunc(CFuncPara& para, int bCheckGate, CErrorCollector* pErr,
   if (row == nullptr && item == nullptr) {
     // Chosen: an error already in the collector keeps its number and text.
     if (pErr != nullptr && pErr->nError == 0) {
-      pErr->nError = 1000;
-      pErr->SetErrorText(1000, name.GetString());
+      pErr->nError = vkt::kErrBadFuncName;
+      pErr->SetErrorText(vkt::kErrBadFuncName, name.GetString());
     }
     return -1;
   }

@@ -9,6 +9,7 @@
 #include "CUtilityCalc.h"
 #include "func/ProcessState.h"
 #include "foundation/CStrKit.h"
+#include "tree/ErrorNumbers.h"
 
 namespace vkt::func {
 
@@ -40,7 +41,7 @@ int RunBody(CFuncPara& para, PFN_FUNCBODY body, CErrorCollector* pErr) {
 
   if (answer != 1) {
     if (para.strResult.IsEmpty() && (answer == 0 || answer == -1))
-      para.strResult = FormatOneArgument(LanguageText(answer == 0 ? 1003 : 1004), CallText(para));
+      para.strResult = FormatOneArgument(LanguageText(answer == 0 ? kErrSyntax : kErrOutOfRange), CallText(para));
     if (pErr != nullptr) pErr->SetErrorText(para.strResult.GetString());
     para.strResult.Empty();
     return 0;

@@ -31,93 +31,117 @@ bool ExponentIsWellFormed(const char16_t* p) {
 // number := blank* ['-'] { digit | ',' | '.' } [ ('e'|'E') exponent ] blank*
 // with the group rules for commas and the strictness rules for points,
 // blanks, signs and digit counts.
-int CUtilityCalc::IsPureNumber(const char16_t* text, int bComma,
-                               CGmp::Enum_PureDigitCheckStrict strict, int bExp) {
-  if (text == nullptr) return 1;
-  const bool full = strict == CGmp::CheckStrict_Full;
-  const bool lenient = strict == CGmp::CheckStrict_None;
+namespace {
 
-  const char16_t* p = text;
-  if (*p == u' ') {
-    if (full) return 0;
-    while (*p == u' ') ++p;
-  }
-  if (*p == 0) return 1;
-
-  const bool negative = *p == u'-';
-  if (negative) ++p;
-
-  // Once a count passes its bound the answer is 0 whatever follows, so the
-  // scan stops there and a long run costs no more than the bound.
+// What IsPureNumber has read so far, and the bounds it reads within. Once a
+// count passes its bound the answer is 0 whatever follows, so the scan stops
+// there and a long run costs no more than the bound.
+struct NumberScan {
+  bool full = false;      // CheckStrict_Full
+  bool lenient = false;   // CheckStrict_None
+  int bComma = 0;
+  int bExp = 0;
   int maxInt = 79;
   int maxDec = 79;
-  int maxTotal = maxInt + maxDec;
-  if (full) {
-    const int maxFull = CGmp::GetMaxFullLength();
-    maxInt = maxFull + 6;
-    maxTotal = maxFull + 9;
-    maxDec = maxTotal;
-  }
-
-  // Comma and point positions count from the first character behind the sign.
-  const char16_t* const start = p;
+  int maxTotal = 79 + 79;
   int intDigits = 0;
   int decDigits = 0;
   bool intNonZero = false;
   bool decNonZero = false;
   bool seenPoint = false;
   bool seenComma = false;
-  std::ptrdiff_t lastComma = 0;
+  std::ptrdiff_t lastComma = 0;  // counted from the first character behind the sign
+};
 
+enum class ScanStep { Next, Stop, Refuse };
+
+ScanStep ReadDigit(NumberScan& s, char16_t c) {
+  if (s.seenPoint) {
+    if (++s.decDigits > s.maxDec) return ScanStep::Refuse;
+    s.decNonZero = s.decNonZero || c != u'0';
+  } else {
+    if (++s.intDigits > s.maxInt) return ScanStep::Refuse;
+    s.intNonZero = s.intNonZero || c != u'0';
+  }
+  return s.intDigits + s.decDigits > s.maxTotal ? ScanStep::Refuse : ScanStep::Next;
+}
+
+ScanStep ReadPoint(NumberScan& s, const char16_t* p, std::ptrdiff_t pos) {
+  if (s.seenPoint) return ScanStep::Refuse;
+  if (!s.lenient && (p[1] == 0 || p[1] == u' ')) return ScanStep::Refuse;
+  if (s.seenComma && pos - s.lastComma != 4) return ScanStep::Refuse;
+  s.seenPoint = true;
+  return ScanStep::Next;
+}
+
+ScanStep ReadComma(NumberScan& s, const char16_t* p, std::ptrdiff_t pos) {
+  if (s.seenPoint || s.bComma == 0) return ScanStep::Refuse;
+  if (p[1] == 0 || p[1] == u' ') return ScanStep::Refuse;
+  // The first group holds 1 to 3 digits, every later one exactly 3. The
+  // integer part that must hold a digit above 0 is read as the first group:
+  // 0,123 is no number although 123 follows.
+  if (!s.seenComma) {
+    if (pos < 1 || pos > 3 || !s.intNonZero) return ScanStep::Refuse;
+  } else if (pos - s.lastComma != 4) {
+    return ScanStep::Refuse;
+  }
+  s.seenComma = true;
+  s.lastComma = pos;
+  return ScanStep::Next;
+}
+
+ScanStep ReadUnit(NumberScan& s, const char16_t* p, std::ptrdiff_t pos) {
+  const char16_t c = *p;
+  if (IsDigit(c)) return ReadDigit(s, c);
+  if (c == u'.') return ReadPoint(s, p, pos);
+  if (c == u',') return ReadComma(s, p, pos);
+  if (c == u'e' || c == u'E') {  // the exponent's digits are not counted
+    return s.bExp != 0 && ExponentIsWellFormed(p + 1) ? ScanStep::Stop : ScanStep::Refuse;
+  }
+  if (c == u' ') return !s.full && OnlyBlanksFrom(p) ? ScanStep::Stop : ScanStep::Refuse;
+  return ScanStep::Refuse;  // a plus sign lands here too
+}
+
+}  // namespace
+
+int CUtilityCalc::IsPureNumber(const char16_t* text, int bComma,
+                               CGmp::Enum_PureDigitCheckStrict strict, int bExp) {
+  if (text == nullptr) return 1;
+  NumberScan s;
+  s.full = strict == CGmp::CheckStrict_Full;
+  s.lenient = strict == CGmp::CheckStrict_None;
+  s.bComma = bComma;
+  s.bExp = bExp;
+
+  const char16_t* p = text;
+  if (*p == u' ') {
+    if (s.full) return 0;
+    while (*p == u' ') ++p;
+  }
+  if (*p == 0) return 1;
+
+  const bool negative = *p == u'-';
+  if (negative) ++p;
+  if (s.full) {
+    const int maxFull = CGmp::GetMaxFullLength();
+    s.maxInt = maxFull + 6;
+    s.maxTotal = maxFull + 9;
+    s.maxDec = s.maxTotal;
+  }
+
+  const char16_t* const start = p;
   for (; *p != 0; ++p) {
-    const char16_t c = *p;
-    if (IsDigit(c)) {
-      if (seenPoint) {
-        if (++decDigits > maxDec) return 0;
-        decNonZero = decNonZero || c != u'0';
-      } else {
-        if (++intDigits > maxInt) return 0;
-        intNonZero = intNonZero || c != u'0';
-      }
-      if (intDigits + decDigits > maxTotal) return 0;
-      continue;
-    }
-    const std::ptrdiff_t pos = p - start;
-    if (c == u'.') {
-      if (seenPoint) return 0;
-      if (!lenient && (p[1] == 0 || p[1] == u' ')) return 0;
-      if (seenComma && pos - lastComma != 4) return 0;
-      seenPoint = true;
-    } else if (c == u',') {
-      if (seenPoint || bComma == 0) return 0;
-      if (p[1] == 0 || p[1] == u' ') return 0;
-      // The first group holds 1 to 3 digits, every later one exactly 3.
-      // The integer part that must hold a digit above 0 is read as the first
-      // group: 0,123 is no number although 123 follows.
-      if (!seenComma) {
-        if (pos < 1 || pos > 3 || !intNonZero) return 0;
-      } else if (pos - lastComma != 4) {
-        return 0;
-      }
-      seenComma = true;
-      lastComma = pos;
-    } else if (c == u'e' || c == u'E') {
-      if (bExp == 0 || !ExponentIsWellFormed(p + 1)) return 0;
-      break;  // the exponent's digits are not counted
-    } else if (c == u' ') {
-      if (full || !OnlyBlanksFrom(p)) return 0;
-      break;
-    } else {
-      return 0;  // a plus sign lands here too
-    }
+    const ScanStep step = ReadUnit(s, p, p - start);
+    if (step == ScanStep::Refuse) return 0;
+    if (step == ScanStep::Stop) break;
   }
 
   // The last comma group is not checked: 1,2 is a number. A lone minus takes
   // this path with nothing read: the strictness table refuses it outside
   // CheckStrict_None, so it meets the sign rule here, not only the counts.
-  if (!intNonZero && !lenient && negative && !decNonZero) return 0;  // -0, -0.00, -
+  if (!s.intNonZero && !s.lenient && negative && !s.decNonZero) return 0;  // -0, -0.00, -
 
-  if (full) return intDigits + decDigits >= 1 ? 1 : 0;
+  if (s.full) return s.intDigits + s.decDigits >= 1 ? 1 : 0;
   return 1;  // the bounds on the counts were enforced while scanning
 }
 

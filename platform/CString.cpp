@@ -7,12 +7,12 @@
 
 #include <algorithm>
 #include <cstdarg>
-#include <cstdio>
 #include <cstdlib>
 #include <cstring>
 #include <new>
 
 #include "platform/Config.h"
+#include "platform/Format.h"
 #include "platform/Utf.h"
 #include "platform/WideRuntime.h"
 
@@ -470,179 +470,11 @@ std::size_t CString::Hash() const noexcept {
   return h;
 }
 
-// ---------------------------------------------------------------------------
-// Formatting.
-
-namespace {
-
-// Renders one conversion of the C library into out. spec is a narrow printf
-// conversion such as "%-08.3f".
-template <class T>
-void AppendNarrow(CString& out, const std::string& spec, T value) {
-  char small[128];
-  int n = std::snprintf(small, sizeof small, spec.c_str(), value);
-  if (n < 0) return;
-  if (static_cast<std::size_t>(n) < sizeof small) {
-    for (int i = 0; i < n; ++i) out += static_cast<char16_t>(static_cast<unsigned char>(small[i]));
-    return;
-  }
-  std::string big(static_cast<std::size_t>(n) + 1, '\0');
-  std::snprintf(big.data(), big.size(), spec.c_str(), value);
-  for (int i = 0; i < n; ++i) out += static_cast<char16_t>(static_cast<unsigned char>(big[i]));
-}
-
-// Pads text to width with blanks, on the left unless leftAlign.
-void AppendPadded(CString& out, const char16_t* text, int length, int width, bool leftAlign) {
-  int pad = width > length ? width - length : 0;
-  if (!leftAlign) out += CString(u' ', pad);
-  out.Append(text, length);
-  if (leftAlign) out += CString(u' ', pad);
-}
-
-enum class Size { kDefault, kShort, kLong, kLongLong };
-
-void FormatInto(CString& out, const char16_t* format, va_list args) {
-  if (format == nullptr) return;
-  const char16_t* p = format;
-  while (*p) {
-    if (*p != u'%') {
-      const char16_t* run = p;
-      while (*p && *p != u'%') ++p;
-      out.Append(run, static_cast<int>(p - run));
-      continue;
-    }
-    ++p;
-    if (*p == u'%') {
-      out += u'%';
-      ++p;
-      continue;
-    }
-    // %[flags][width][.precision][size]conversion
-    std::string spec = "%";
-    bool leftAlign = false;
-    while (*p == u'-' || *p == u'+' || *p == u' ' || *p == u'#' || *p == u'0') {
-      if (*p == u'-') leftAlign = true;
-      spec += static_cast<char>(*p++);
-    }
-    int width = -1;
-    if (*p == u'*') {
-      width = va_arg(args, int);
-      if (width < 0) {
-        leftAlign = true;
-        spec += '-';
-        width = -width;
-      }
-      ++p;
-    } else {
-      while (*p >= u'0' && *p <= u'9') {
-        width = (width < 0 ? 0 : width) * 10 + (*p++ - u'0');
-        if (width > 100000) width = 100000;
-      }
-    }
-    if (width >= 0) spec += std::to_string(width);
-    int precision = -1;
-    if (*p == u'.') {
-      ++p;
-      precision = 0;
-      if (*p == u'*') {
-        precision = va_arg(args, int);
-        ++p;
-      } else {
-        while (*p >= u'0' && *p <= u'9') {
-          precision = precision * 10 + (*p++ - u'0');
-          if (precision > 100000) precision = 100000;
-        }
-      }
-      if (precision >= 0) {
-        spec += '.';
-        spec += std::to_string(precision);
-      }
-    }
-    Size size = Size::kDefault;
-    if (p[0] == u'I' && p[1] == u'6' && p[2] == u'4') {
-      size = Size::kLongLong;
-      p += 3;
-    } else if (p[0] == u'I' && p[1] == u'3' && p[2] == u'2') {
-      p += 3;
-    } else if (p[0] == u'l' && p[1] == u'l') {
-      size = Size::kLongLong;
-      p += 2;
-    } else if (*p == u'l') {
-      size = Size::kLong;
-      ++p;
-    } else if (*p == u'h') {
-      size = Size::kShort;
-      ++p;
-    }
-    char16_t conversion = *p;
-    if (conversion == 0) break;  // a lone '%' at the end prints nothing
-    ++p;
-    switch (conversion) {
-      case u'd':
-      case u'i':
-        if (size == Size::kLongLong) AppendNarrow(out, spec + "lld", va_arg(args, long long));
-        else if (size == Size::kLong) AppendNarrow(out, spec + "ld", va_arg(args, long));
-        else AppendNarrow(out, spec + "d", va_arg(args, int));
-        break;
-      case u'u':
-      case u'x':
-      case u'X':
-      case u'o': {
-        char c = static_cast<char>(conversion);
-        if (size == Size::kLongLong) AppendNarrow(out, spec + "ll" + c, va_arg(args, unsigned long long));
-        else if (size == Size::kLong) AppendNarrow(out, spec + "l" + c, va_arg(args, unsigned long));
-        else AppendNarrow(out, spec + c, va_arg(args, unsigned int));
-        break;
-      }
-      case u'f':
-      case u'F':
-      case u'e':
-      case u'E':
-      case u'g':
-      case u'G':
-        AppendNarrow(out, spec + static_cast<char>(conversion), va_arg(args, double));
-        break;
-      case u'p':
-        AppendNarrow(out, spec + "p", va_arg(args, void*));
-        break;
-      case u'c':
-      case u'C': {
-        char16_t ch = static_cast<char16_t>(va_arg(args, int));
-        AppendPadded(out, &ch, 1, width, leftAlign);
-        break;
-      }
-      case u's': {
-        const char16_t* text = va_arg(args, const char16_t*);
-        if (text == nullptr) text = u"(null)";
-        int length = TextLength(text);
-        if (precision >= 0 && precision < length) length = precision;
-        AppendPadded(out, text, length, width, leftAlign);
-        break;
-      }
-      case u'S': {
-        const char* narrow = va_arg(args, const char*);
-        CString text(narrow ? narrow : "(null)");
-        int length = text.GetLength();
-        if (precision >= 0 && precision < length) length = precision;
-        AppendPadded(out, text.GetString(), length, width, leftAlign);
-        break;
-      }
-      default:
-        // Unknown conversions are copied as they stand.
-        out += u'%';
-        out += conversion;
-        break;
-    }
-  }
-}
-
-}  // namespace
-
 void CString::Format(const char16_t* format, ...) {
   CString result;
   va_list args;
   va_start(args, format);
-  FormatInto(result, format, args);
+  vkt::platform::FormatInto(result, format, args);
   va_end(args);
   *this = std::move(result);
 }
@@ -651,7 +483,7 @@ void CString::AppendFormat(const char16_t* format, ...) {
   CString tail;  // an argument may point into our own text
   va_list args;
   va_start(args, format);
-  FormatInto(tail, format, args);
+  vkt::platform::FormatInto(tail, format, args);
   va_end(args);
   *this += tail;
 }

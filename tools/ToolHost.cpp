@@ -204,6 +204,36 @@ int ToolHost::AnswerFunction(const CString& request, CString& value, std::string
   return kExitFunction;
 }
 
+namespace {
+
+// The message of a run that stopped with neither a result nor a question.
+void ReportFailure(int code, CErrorCollector& errors, RunReport& report) {
+  if (code == 6) {
+    report.exitCode = kExitFunction;
+    report.error = Concat({"the call of ", errors.strFuncName.ToUtf8(), " was held back"});
+  } else {
+    report.exitCode = kExitFormula;
+    report.error = ErrorDisplay(errors);
+  }
+}
+
+// The trace lines the mode asks for.
+void CollectTrace(TraceMode mode, CTraceCollector& trace, RunReport& report) {
+  if (mode == TraceMode::kSteps) {
+    CString lines;
+    trace.GetString(lines);
+    for (const CString& line : SplitLines(lines)) {
+      if (!line.IsEmpty()) report.trace.push_back(line.ToUtf8());
+    }
+  } else if (mode == TraceMode::kValues) {
+    for (int i = 0; i < trace.arrNames.GetSize(); ++i)
+      report.trace.push_back(
+          Concat({trace.arrNames[i].ToUtf8(), " = ", trace.arrValues[i].ToUtf8()}));
+  }
+}
+
+}  // namespace
+
 RunReport ToolHost::Run(std::string_view formula, TraceMode mode) {
   RunReport report;
   if (m_calc == nullptr) {
@@ -232,8 +262,8 @@ RunReport ToolHost::Run(std::string_view formula, TraceMode mode) {
   para.bCheckGate = 0;
   para.nDispFormat = 0;
 
-  int answers = 0;
-  int expressionAnswers = 0;
+  m_answers = 0;
+  m_expressionAnswers = 0;
   for (;;) {
     const int code = m_calc->Calculate(para);
     if (code == 0) {
@@ -243,61 +273,46 @@ RunReport ToolHost::Run(std::string_view formula, TraceMode mode) {
       break;
     }
     if (code != 2 && code != 3) {
-      if (code == 6) {
-        report.exitCode = kExitFunction;
-        report.error = Concat({"the call of ", errors.strFuncName.ToUtf8(), " was held back"});
-      } else {
-        report.exitCode = kExitFormula;
-        report.error = ErrorDisplay(errors);
-      }
+      ReportFailure(code, errors, report);
       break;
     }
-
-    // The request stays readable after SetNodeValue; the node does not.
-    const CString request = para.strResult;
-    CString value;
-    report.exitCode = code == 2 ? AnswerVariable(request, value, report.error)
-                                : AnswerFunction(request, value, report.error);
-    if (report.exitCode != kExitOk) break;
-
-    const bool expression = !value.IsEmpty() &&
-                            CUtilityCalc::IsPureNumber(value, 1, CGmp::CheckStrict_None, 0) == 0 &&
-                            CUtilityCalc::DetectStringQuotes(value) == 0;
-    if (++answers > kMaxAnswers || (expression && ++expressionAnswers > kMaxExpressionAnswers)) {
-      report.exitCode = kExitFormula;
-      report.error = Concat({"gave up after ", std::to_string(answers),
-                             " values: does a variable refer to itself?"});
-      break;
-    }
-    if (code == 2) {
-      CString name(request);
-      trace.Var_Calced(name, value);  // ignored unless the trace keeps values
-    } else {
-      CString call(request);
-      trace.Func_Calced(call, value);
-    }
-    if (m_calc->SetNodeValue(para.pRoot, para.pCurrent, value, para.pError, para.pTrace) == 0) {
-      report.exitCode = kExitFormula;
-      const std::vector<CString> lines = SplitLines(request);
-      const CString what = code == 2 || lines.empty() ? request : lines.front();
-      report.error =
-          Concat({ErrorDisplay(errors), "\n(after the value of ", what.ToUtf8(), " was put in)"});
-      break;
-    }
+    if (!AnswerStop(code, para, trace, report)) break;
   }
-
-  if (mode == TraceMode::kSteps) {
-    CString lines;
-    trace.GetString(lines);
-    for (const CString& line : SplitLines(lines)) {
-      if (!line.IsEmpty()) report.trace.push_back(line.ToUtf8());
-    }
-  } else if (mode == TraceMode::kValues) {
-    for (int i = 0; i < trace.arrNames.GetSize(); ++i)
-      report.trace.push_back(
-          Concat({trace.arrNames[i].ToUtf8(), " = ", trace.arrValues[i].ToUtf8()}));
-  }
+  CollectTrace(mode, trace, report);
   return report;
+}
+
+bool ToolHost::AnswerStop(int code, CalculatePara& para, CTraceCollector& trace, RunReport& report) {
+  // The request stays readable after SetNodeValue; the node does not.
+  const CString request = para.strResult;
+  CString value;
+  report.exitCode = code == 2 ? AnswerVariable(request, value, report.error)
+                              : AnswerFunction(request, value, report.error);
+  if (report.exitCode != kExitOk) return false;
+
+  const bool expression = !value.IsEmpty() &&
+                          CUtilityCalc::IsPureNumber(value, 1, CGmp::CheckStrict_None, 0) == 0 &&
+                          CUtilityCalc::DetectStringQuotes(value) == 0;
+  if (++m_answers > kMaxAnswers || (expression && ++m_expressionAnswers > kMaxExpressionAnswers)) {
+    report.exitCode = kExitFormula;
+    report.error = Concat({"gave up after ", std::to_string(m_answers),
+                           " values: does a variable refer to itself?"});
+    return false;
+  }
+  CString asked(request);  // the trace's calls take a text they may change
+  if (code == 2)
+    trace.Var_Calced(asked, value);  // ignored unless the trace keeps values
+  else
+    trace.Func_Calced(asked, value);
+  if (m_calc->SetNodeValue(para.pRoot, para.pCurrent, value, para.pError, para.pTrace) == 0) {
+    report.exitCode = kExitFormula;
+    const std::vector<CString> lines = SplitLines(request);
+    const CString what = code == 2 || lines.empty() ? request : lines.front();
+    report.error = Concat({ErrorDisplay(*para.pError), "\n(after the value of ", what.ToUtf8(),
+                           " was put in)"});
+    return false;
+  }
+  return true;
 }
 
 std::string ToolHost::FunctionList() {

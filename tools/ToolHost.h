@@ -93,6 +93,12 @@ class ToolHost {
   int AnswerVariable(const CString& name, CString& value, std::string& error);
   int AnswerFunction(const CString& request, CString& value, std::string& error);
   void RegisterFunctions();
+  // Answers the stop `code` (2 or 3) of a run and puts the value in; false,
+  // with the exit code and message in report, when the run must end.
+  bool AnswerStop(int code, CalculatePara& para, CTraceCollector& trace, RunReport& report);
+
+  int m_answers = 0;            // answered stops of the current run
+  int m_expressionAnswers = 0;  // of them, values that were expressions
 
   std::unique_ptr<ICalc> m_calc;
   CFuncMnger* m_mnger = nullptr;                  // owned by the calculator

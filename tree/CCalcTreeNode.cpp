@@ -72,18 +72,6 @@ void AddNameOnce(CStringArray& out, std::unordered_set<std::u16string>& seen, co
   if (seen.insert(FoldedKey(name)).second) out.Add(name);
 }
 
-struct OperatorText {
-  const char16_t* text;
-  unsigned char code;
-};
-
-constexpr OperatorText kOperators[] = {
-    {u"+", kOpAdd},          {u"-", kOpSub},       {u"*", kOpMul},        {u"/", kOpDiv},
-    {u"=", kOpEqual},        {u">", kOpGreater},   {u"<", kOpLess},       {u">=", kOpGreaterEqual},
-    {u"<=", kOpLessEqual},   {u"<>", kOpNotEqual}, {u"&&", kOpAnd},       {u"||", kOpOr},
-    {u"!", kOpNot},
-};
-
 }  // namespace
 
 CCalcTreeNode::CCalcTreeNode(ICalcTreeNode* parent) : CCalcTreeNode(parent, kKindNothing) {}
@@ -352,34 +340,19 @@ void CCalcTreeNode::CollapseBracket() {
 int CCalcTreeNode::SetOperator(const CString& token) {
   m_Text = token;
   m_ValueState = kValueText;
-  for (const OperatorText& op : kOperators) {
-    if (token == op.text) {
-      m_OpCode = op.code;
-      return 1;
-    }
-  }
-  const int length = token.GetLength();
-  if (length == 3 && token.CompareNoCase(u"and") == 0) {
-    m_OpCode = kOpAnd;
-    m_Text = u" and ";
-  } else if (length == 2 && token.CompareNoCase(u"or") == 0) {
-    m_OpCode = kOpOr;
-    m_Text = u" or ";
-  } else if (length == 3 && token.CompareNoCase(u"not") == 0) {
-    m_OpCode = kOpNot;
-    m_Text = u"!";
-  } else {
-    return 0;
-  }
+  const OperatorInfo* op = FindOperator(token);
+  if (op == nullptr) return 0;
+  m_OpCode = op->code;
+  m_Text = op->stored;
   return 1;
 }
 
 int CCalcTreeNode::IsCompareOperator() {
-  return m_Kind == kKindOperator && m_OpCode >= kOpEqual && m_OpCode <= kOpNotEqual ? 1 : 0;
+  return m_Kind == kKindOperator && IsComparisonCode(m_OpCode) ? 1 : 0;
 }
 
 int CCalcTreeNode::IsLogicOperator() {
-  return m_Kind == kKindOperator && m_OpCode >= kOpAnd && m_OpCode <= kOpNot ? 1 : 0;
+  return m_Kind == kKindOperator && IsLogicalCode(m_OpCode) ? 1 : 0;
 }
 
 int CCalcTreeNode::HasCompareOrLogicChild() {

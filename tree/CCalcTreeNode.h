@@ -9,8 +9,7 @@
 // most once; whoever writes the text sets state 2, whoever changes the
 // number in place sets state 1.
 //
-// Operator codes (m_OpCode): '+' 43, '-' 45, '*' 42, '/' 47; comparisons 1
-// "=", 2 ">", 3 "<", 4 ">=", 5 "<=", 6 "<>"; logical 10 and, 11 or, 12 not.
+// Operator codes (m_OpCode) and spellings are those of tree/Operators.h;
 // 0 on every other node; a change of kind does not clear it.
 //
 // Depth: the parser refuses nesting past kMaxNesting, so every tree made by
@@ -22,6 +21,7 @@
 
 #include "ICalcTreeNode.h"
 #include "platform/CString.h"
+#include "tree/Operators.h"
 
 class CGmp;
 class CErrorCollector;
@@ -45,22 +45,6 @@ enum : unsigned char {
   kKindNumber = 6,
   kKindText = 7,
   kKindOperator = 8,
-};
-
-enum : unsigned char {
-  kOpEqual = 1,
-  kOpGreater = 2,
-  kOpLess = 3,
-  kOpGreaterEqual = 4,
-  kOpLessEqual = 5,
-  kOpNotEqual = 6,
-  kOpAnd = 10,
-  kOpOr = 11,
-  kOpNot = 12,
-  kOpMul = 42,
-  kOpAdd = 43,
-  kOpSub = 45,
-  kOpDiv = 47,
 };
 
 enum : unsigned char {

@@ -11,6 +11,7 @@
 #include "CErrorCollector.h"
 #include "CGmp.h"
 #include "CUtilityCalc.h"
+#include "platform/Config.h"
 #include "platform/WideRuntime.h"
 #include "tree/CCalcTreeNode.h"
 #include "tree/Parser.h"
@@ -112,7 +113,8 @@ CCalcTreeNode* DropUntakenBranches(CCalcTreeNode* current) {
 // ---- Operators --------------------------------------------------------------
 
 bool IsNumericOperator(unsigned char code) {
-  return code == kOpSub || code == kOpMul || code == kOpDiv;
+  const OperatorInfo* op = OperatorOfCode(code);
+  return op != nullptr && op->numbersOnly;
 }
 
 unsigned char CodeOf(CCalcTreeNode* node) {
@@ -202,6 +204,110 @@ void ReportRunFailure(CCalcTreeNode* node, int number, CErrorCollector* errors) 
   errors->SetErrorText(number, text.GetString());
 }
 
+// ---- The steps of a run ------------------------------------------------------
+
+// Unary minus: at the start of the run, or right behind its comparison
+// (index compare). Negates the operand and drops the minus; false when the
+// operand is no number.
+bool ApplyUnaryMinus(CCalcTreeNode* node, int compare) {
+  CCalcTreeNodeArray& children = node->m_Children;
+  const int entryCount = children.GetSize();
+  const int candidates[2] = {entryCount > 1 ? 0 : -1,
+                             compare >= 0 && compare < entryCount - 1 ? compare + 1 : -1};
+  for (int at : candidates) {
+    if (at < 0) continue;
+    CCalcTreeNode* minus = Impl(children[at]);
+    if (CodeOf(minus) != kOpSub) continue;
+    CCalcTreeNode* operand = Impl(node->GetChild(at + 1));
+    if (operand == nullptr) return false;
+    if (operand->m_Kind == kKindText && CUtilityCalc::Calc_IsComplexEnabled()) {
+      CString text(operand->m_Text);
+      if (text.IsEmpty() || CUtilityCalc::IsPureNumber(text.GetString(), 1, CGmp::CheckStrict_Full, 0)) {
+        operand->m_Kind = kKindNumber;
+        operand->SetText(text.GetString());
+      }
+    }
+    if (operand->m_Kind != kKindNumber) return false;
+    operand->GetGmp()->Neg();
+    operand->m_ValueState = kValueGmp;
+    minus->m_Kind = kKindNothing;
+  }
+  for (int i = children.GetSize() - 1; i >= 0; --i)
+    if (children[i]->GetKind() == kKindNothing) DeleteAt(children, i, 1);
+  return true;
+}
+
+// One pass per arithmetic rank, the highest first, each left to right
+// across the results of the pass before. False on a pair of operands that
+// the operator can't take.
+bool ComputeArithmetic(CCalcTreeNode* node, unsigned char format, unsigned char& kind) {
+  CCalcTreeNodeArray& children = node->m_Children;
+  for (unsigned char rank = kRankProduct; rank >= kRankSum; --rank) {
+    int i = 1;
+    while (i < children.GetSize() - 1) {
+      CCalcTreeNode* op = Impl(children[i]);
+      const unsigned char code = CodeOf(op);
+      const OperatorInfo* info = OperatorOfCode(code);
+      if (info == nullptr || info->cls != OperatorClass::Arithmetic || info->rank != rank) {
+        ++i;
+        continue;
+      }
+      CCalcTreeNode* left = Impl(children[i - 1]);
+      CCalcTreeNode* right = Impl(children[i + 1]);
+      if (!CoerceOperands(left, op, right, format)) return false;
+      // What Arithmetic and JoinTexts rely on: two values of one kind.
+      VKTCALC_ASSERT(IsValue(left) && left->m_Kind == right->m_Kind);
+      kind = left->m_Kind == kKindText ? kResultJoined : kResultNumber;
+      if (left->m_Kind == kKindNumber)
+        Arithmetic(left, code, right, kind);
+      else
+        JoinTexts(left, right);
+      DeleteAt(children, i, 2);
+    }
+  }
+  return true;
+}
+
+// What is left after the arithmetic: one value, or one comparison with its
+// sides. False on any other shape and on sides the comparison can't take.
+bool FinishComparison(CCalcTreeNode* node, int entryCount, unsigned char format, unsigned char& kind) {
+  CCalcTreeNodeArray& children = node->m_Children;
+  int compares = 0;
+  const int compare = node->FindCompareOperator(compares);
+  const int count = children.GetSize();
+  // A comparison behind arithmetic is done at the next call. Chosen: only
+  // with exactly its three children left; a run that a host cut into some
+  // other shape fails below instead of coming back unchanged for ever.
+  if (entryCount >= 4 && compare == 1 && count == 3) return true;
+  if (compare < 0) {
+    if (count != 1) return false;
+    node->CopyValueFrom(Impl(children[0]));
+    node->DeleteAllChildren();
+    return true;
+  }
+  if (count > 3) return false;
+  // A tree changed after parsing may lack a side of the comparison: an
+  // empty text stands in for it.
+  if (count == 1) {
+    InsertEmptyText(node, 0);
+    InsertEmptyText(node, 2);
+  } else if (count == 2) {
+    InsertEmptyText(node, compare == 0 ? 0 : 2);
+  }
+
+  CCalcTreeNode* left = Impl(children[0]);
+  CCalcTreeNode* op = Impl(children[1]);
+  CCalcTreeNode* right = Impl(children[2]);
+  if (!CoerceOperands(left, op, right, format)) return false;
+  VKTCALC_ASSERT(IsValue(left) && left->m_Kind == right->m_Kind);  // what Compare relies on
+  const bool holds = Compare(left, op, right);
+  node->m_Kind = kKindNumber;
+  node->SetText(holds ? u"1" : u"0");
+  kind = kResultNumber;
+  node->DeleteAllChildren();
+  return true;
+}
+
 // ---- Logical pieces -----------------------------------------------------------
 
 // One piece of a run cut at its logical operators: an operator (strOp), a
@@ -219,8 +325,12 @@ struct CLogicSegment {
   }
 };
 
-bool IsOr(const CString& op) { return op == u"||" || op.CompareNoCase(u" or ") == 0; }
-bool IsAnd(const CString& op) { return op == u"&&" || op.CompareNoCase(u" and ") == 0; }
+// A piece's operator is read back from its text, the only thing the piece
+// keeps of it.
+unsigned char StoredCode(const CString& op) {
+  const OperatorInfo* info = FindStoredOperator(op);
+  return info != nullptr ? info->code : 0;
+}
 
 // Moves the children of node into segments; the logical operators are
 // destroyed and leave their text.
@@ -276,16 +386,16 @@ int ComputeLogic(CCalcTreeNode* node, unsigned char format, unsigned char& kind,
       segment.nValue = CGmp::IsZero(node->GetGmp()) ? 0 : 1;
       continue;  // the segment is now a computed piece
     }
-    if (segment.strOp == u"!") {
+    if (StoredCode(segment.strOp) == kOpNot) {
       negate = 1;
     } else if (!segment.strOp.IsEmpty()) {
       pending = segment.strOp;
-      if (IsOr(pending) && accumulated == u"1") break;
+      if (StoredCode(pending) == kOpOr && accumulated == u"1") break;
     } else {
       int value = segment.nValue;
       if (negate) value = !value;
       negate = 0;
-      if (pending.IsEmpty() || !IsAnd(pending))
+      if (StoredCode(pending) != kOpAnd)
         accumulated = value ? u"1" : u"0";
       else if (value == 0)
         accumulated = u"0";
@@ -414,92 +524,14 @@ int ComputeRun(CCalcTreeNode* node, unsigned char format, unsigned char* resultK
   };
   if (node == nullptr) return fail();
 
-  CCalcTreeNodeArray& children = node->m_Children;
-  const int entryCount = children.GetSize();
+  const int entryCount = node->m_Children.GetSize();
   kind = kResultNumber;
   int compares = 0;
-  int compare = node->FindCompareOperator(compares);
+  const int compare = node->FindCompareOperator(compares);
   if (compares > 1) return fail();  // 1=1=1
-
-  // Unary minus: at the start of the run, or right behind the comparison.
-  const int candidates[2] = {entryCount > 1 ? 0 : -1,
-                             compare >= 0 && compare < entryCount - 1 ? compare + 1 : -1};
-  for (int at : candidates) {
-    if (at < 0) continue;
-    CCalcTreeNode* minus = Impl(children[at]);
-    if (CodeOf(minus) != kOpSub) continue;
-    CCalcTreeNode* operand = Impl(node->GetChild(at + 1));
-    if (operand == nullptr) return fail();
-    if (operand->m_Kind == kKindText && CUtilityCalc::Calc_IsComplexEnabled()) {
-      CString text(operand->m_Text);
-      if (text.IsEmpty() || CUtilityCalc::IsPureNumber(text.GetString(), 1, CGmp::CheckStrict_Full, 0)) {
-        operand->m_Kind = kKindNumber;
-        operand->SetText(text.GetString());
-      }
-    }
-    if (operand->m_Kind != kKindNumber) return fail();
-    operand->GetGmp()->Neg();
-    operand->m_ValueState = kValueGmp;
-    minus->m_Kind = kKindNothing;
-  }
-  for (int i = children.GetSize() - 1; i >= 0; --i)
-    if (children[i]->GetKind() == kKindNothing) DeleteAt(children, i, 1);
-
-  // * and / first, then + and -, each pass left to right across the results.
-  for (int pass = 0; pass < 2; ++pass) {
-    int i = 1;
-    while (i < children.GetSize() - 1) {
-      CCalcTreeNode* op = Impl(children[i]);
-      const unsigned char code = CodeOf(op);
-      const bool inPass = pass == 0 ? code == kOpMul || code == kOpDiv : code == kOpAdd || code == kOpSub;
-      if (!inPass) {
-        ++i;
-        continue;
-      }
-      CCalcTreeNode* left = Impl(children[i - 1]);
-      CCalcTreeNode* right = Impl(children[i + 1]);
-      if (!CoerceOperands(left, op, right, format)) return fail();
-      kind = left->m_Kind == kKindText ? kResultJoined : kResultNumber;
-      if (left->m_Kind == kKindNumber)
-        Arithmetic(left, code, right, kind);
-      else
-        JoinTexts(left, right);
-      DeleteAt(children, i, 2);
-    }
-  }
-
-  compare = node->FindCompareOperator(compares);
-  const int count = children.GetSize();
-  // A comparison behind arithmetic is done at the next call. Chosen: only
-  // with exactly its three children left; a run that a host cut into some
-  // other shape fails below instead of coming back unchanged for ever.
-  if (entryCount >= 4 && compare == 1 && count == 3) return 1;
-  if (compare < 0) {
-    if (count != 1) return fail();
-    node->CopyValueFrom(Impl(children[0]));
-    node->DeleteAllChildren();
-    return 1;
-  }
-  if (count > 3) return fail();
-  // A tree changed after parsing may lack a side of the comparison: an
-  // empty text stands in for it.
-  if (count == 1) {
-    InsertEmptyText(node, 0);
-    InsertEmptyText(node, 2);
-  } else if (count == 2) {
-    InsertEmptyText(node, compare == 0 ? 0 : 2);
-  }
-
-  CCalcTreeNode* left = Impl(children[0]);
-  CCalcTreeNode* op = Impl(children[1]);
-  CCalcTreeNode* right = Impl(children[2]);
-  if (!CoerceOperands(left, op, right, format)) return fail();
-  const bool holds = Compare(left, op, right);
-  node->m_Kind = kKindNumber;
-  node->SetText(holds ? u"1" : u"0");
-  kind = kResultNumber;
-  node->DeleteAllChildren();
-  return 1;
+  if (!ApplyUnaryMinus(node, compare)) return fail();
+  if (!ComputeArithmetic(node, format, kind)) return fail();
+  return FinishComparison(node, entryCount, format, kind) ? 1 : fail();
 }
 
 bool CoerceOperands(CCalcTreeNode* left, CCalcTreeNode* op, CCalcTreeNode* right,

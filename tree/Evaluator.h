@@ -9,10 +9,8 @@
 // Because all state lies in the tree, a calculation can stop at any step and
 // go on in a later call.
 //
-// All operator precedence lives here, since the parser leaves every nesting
-// level as a flat run: unary minus, then * and /, then + and -, then one
-// comparison per run, then "!" on the piece behind it, then && and || of
-// equal rank from left to right. Values are texts or exact decimals (CGmp);
+// Precedence is applied here, since the parser leaves every nesting level as
+// a flat run; the ranks are those of tree/Operators.h. Values are texts or exact decimals (CGmp);
 // a truth value is the number 1 or 0.
 //
 // Result kinds written by ComputeNode: 6 a number (every comparison and

@@ -15,6 +15,7 @@
 #include "CErrorCollector.h"
 #include "CGmp.h"
 #include "CUtilityCalc.h"
+#include "platform/Config.h"
 #include "tree/CCalcTreeNode.h"
 
 namespace vkt {
@@ -153,6 +154,29 @@ bool IsValidFunctionName(const CString& word, int chinese) {
 
 // ---- The scanner and the token loop ---------------------------------------
 
+// The alias ("!=", "==") that starts at unit i, or null.
+const OperatorAlias* AliasAt(const char16_t* units, int length, int i) {
+  if (i + 1 >= length) return nullptr;
+  for (const OperatorAlias& alias : kOperatorAliases)
+    if (units[i] == alias.spelling[0] && units[i + 1] == alias.spelling[1]) return &alias;
+  return nullptr;
+}
+
+bool StartsAlias(char16_t c) {
+  for (const OperatorAlias& alias : kOperatorAliases)
+    if (c == alias.spelling[0]) return true;
+  return false;
+}
+
+// "not" in any case, the one word operator that may stand before a bracket.
+bool IsNotWord(const CString& word) {
+  const OperatorInfo* op = FindOperator(word);
+  return op != nullptr && op->word && op->code == kOpNot;
+}
+
+enum class ScanState { None, Quoted, Operator, Word };
+enum class ScanStep { More, Done, Failed };
+
 class Parser {
  public:
   Parser(const CString& text, const QuotedRanges& quoted, CErrorCollector* errors)
@@ -164,6 +188,14 @@ class Parser {
 
  private:
   bool Scan(int position, Token& token);
+  // One unit at i: moves i and state on (More), ends the token (Done), or
+  // refuses the text (Failed, with the error set).
+  ScanStep ScanUnit(int& i, ScanState& state, Token& token);
+  ScanStep ScanPunctuation(int& i, ScanState state, Token& token);  // ( ) ,
+  // Ends the token at i as kind; words, quoted texts and calls take their
+  // text from the source here.
+  ScanStep End(Token& token, int i, TokenKind kind, ScanState state);
+  ScanStep EndInState(Token& token, int i, ScanState state);  // as the state says
   bool ParseArguments(CCalcTreeNode* call, int position, int& endPos, int depth);
   bool Classify(CCalcTreeNode* node, const Token& token, int depth);
   bool NameError(int number, const Token& token, int at);
@@ -186,104 +218,105 @@ class Parser {
 // stand inside an operator ("> =" is ">="). False with 1003 for a quote
 // directly behind a word.
 bool Parser::Scan(int i, Token& token) {
-  enum class State { None, Quoted, Operator, Word };
-  State state = State::None;
+  ScanState state = ScanState::None;
   token.text.Empty();
   token.start = -1;
   token.bracket = 0;
-
-  auto end = [&](TokenKind kind) {
-    token.kind = kind;
-    token.end = i;
-    if (kind == TokenKind::Word || kind == TokenKind::Quoted ||
-        (kind == TokenKind::Open && state == State::Word))
-      token.text = m_text.Mid(token.start, (kind == TokenKind::Open ? token.bracket : i) - token.start);
-    return true;
-  };
-  auto endInState = [&]() {
-    switch (state) {
-      case State::Quoted: return end(TokenKind::Quoted);
-      case State::Operator: return end(TokenKind::Operator);
-      case State::Word: return end(TokenKind::Word);
-      case State::None: break;
-    }
-    return end(TokenKind::None);
-  };
-
   while (i < m_length) {
-    const char16_t c = m_units[i];
-    if (m_quoted.Contains(i)) {
-      if (token.start < 0) token.start = i;
-      if (state == State::Word) return Fail(kErrSyntax, i);
-      if (state == State::Operator) return end(TokenKind::Operator);
-      state = State::Quoted;
-      ++i;
-      continue;
-    }
-    if (state == State::Quoted) return end(TokenKind::Quoted);
-    if (c == u' ') {
-      if (state == State::Word) return end(TokenKind::Word);
-      ++i;
-      continue;
-    }
-    if (token.start < 0) token.start = i;
-    const bool last = i + 1 >= m_length;
-
-    if ((c == u'!' || c == u'=') && !last && m_units[i + 1] == u'=') {
-      if (state == State::Word) return end(TokenKind::Word);
-      token.text = c == u'!' ? u"<>" : u"=";
-      i += 2;
-      state = State::Operator;
-      continue;
-    }
-    if ((c == u'!' || c == u'=') && !last && state == State::None) {
-      token.text = c;
-      ++i;
-      return end(TokenKind::Operator);
-    }
-    switch (c) {
-      case u')':
-        if (state != State::None) return endInState();
-        ++i;
-        return end(TokenKind::Close);
-      case u'(':
-        if (state == State::Operator) return end(TokenKind::Operator);
-        if (state == State::Word && i - token.start == 3 &&
-            m_text.Mid(token.start, 3).CompareNoCase(u"not") == 0) {
-          token.text = m_text.Mid(token.start, 3);  // not(a): the operator, then a bracket
-          return end(TokenKind::Operator);
-        }
-        token.bracket = i;
-        ++i;
-        return end(TokenKind::Open);
-      case u',':
-        if (state != State::None) return endInState();
-        ++i;
-        return end(TokenKind::Comma);
-      case u'+':
-      case u'-':
-      case u'*':
-      case u'/':
-        if (state != State::None) return endInState();
-        token.text = c;
-        ++i;
-        return end(TokenKind::Operator);
-      case u'>':
-      case u'<':
-      case u'=':
-        if (state == State::Word) return end(TokenKind::Word);
-        token.text += c;
-        state = State::Operator;
-        ++i;
-        continue;
-      default:
-        if (state == State::Operator) return end(TokenKind::Operator);
-        state = State::Word;
-        ++i;
-        continue;
-    }
+    const ScanStep step = ScanUnit(i, state, token);
+    if (step == ScanStep::Failed) return false;
+    if (step == ScanStep::Done) return true;
   }
-  return endInState();
+  EndInState(token, i, state);
+  return true;
+}
+
+ScanStep Parser::End(Token& token, int i, TokenKind kind, ScanState state) {
+  token.kind = kind;
+  token.end = i;
+  if (kind == TokenKind::Word || kind == TokenKind::Quoted || (kind == TokenKind::Open && state == ScanState::Word))
+    token.text = m_text.Mid(token.start, (kind == TokenKind::Open ? token.bracket : i) - token.start);
+  return ScanStep::Done;
+}
+
+ScanStep Parser::EndInState(Token& token, int i, ScanState state) {
+  switch (state) {
+    case ScanState::Quoted: return End(token, i, TokenKind::Quoted, state);
+    case ScanState::Operator: return End(token, i, TokenKind::Operator, state);
+    case ScanState::Word: return End(token, i, TokenKind::Word, state);
+    case ScanState::None: break;
+  }
+  return End(token, i, TokenKind::None, state);
+}
+
+ScanStep Parser::ScanUnit(int& i, ScanState& state, Token& token) {
+  const char16_t c = m_units[i];
+  if (m_quoted.Contains(i)) {
+    if (token.start < 0) token.start = i;
+    if (state == ScanState::Word) {  // a quote directly behind a word
+      Fail(kErrSyntax, i);
+      return ScanStep::Failed;
+    }
+    if (state == ScanState::Operator) return End(token, i, TokenKind::Operator, state);
+    state = ScanState::Quoted;
+    ++i;
+    return ScanStep::More;
+  }
+  if (state == ScanState::Quoted) return End(token, i, TokenKind::Quoted, state);
+  if (c == u' ') {
+    if (state == ScanState::Word) return End(token, i, TokenKind::Word, state);
+    ++i;
+    return ScanStep::More;
+  }
+  if (token.start < 0) token.start = i;
+
+  if (const OperatorAlias* alias = AliasAt(m_units, m_length, i)) {  // "!=", "=="
+    if (state == ScanState::Word) return End(token, i, TokenKind::Word, state);
+    token.text = alias->means;
+    i += 2;
+    state = ScanState::Operator;
+    return ScanStep::More;
+  }
+  if (StartsAlias(c) && i + 1 < m_length && state == ScanState::None) {  // "!" or "=" alone
+    token.text = c;
+    ++i;
+    return End(token, i, TokenKind::Operator, state);
+  }
+  if (c == u')' || c == u'(' || c == u',') return ScanPunctuation(i, state, token);
+  if (IsSingleOperatorUnit(c)) {  // + - * /
+    if (state != ScanState::None) return EndInState(token, i, state);
+    token.text = c;
+    ++i;
+    return End(token, i, TokenKind::Operator, state);
+  }
+  if (IsComparisonUnit(c)) {  // = > <, which combine: ">=", "> ="
+    if (state == ScanState::Word) return End(token, i, TokenKind::Word, state);
+    token.text += c;
+    state = ScanState::Operator;
+    ++i;
+    return ScanStep::More;
+  }
+  if (state == ScanState::Operator) return End(token, i, TokenKind::Operator, state);
+  state = ScanState::Word;
+  ++i;
+  return ScanStep::More;
+}
+
+ScanStep Parser::ScanPunctuation(int& i, ScanState state, Token& token) {
+  const char16_t c = m_units[i];
+  if (c == u'(') {
+    if (state == ScanState::Operator) return End(token, i, TokenKind::Operator, state);
+    if (state == ScanState::Word && IsNotWord(m_text.Mid(token.start, i - token.start))) {
+      token.text = m_text.Mid(token.start, i - token.start);  // not(a): the operator, then a bracket
+      return End(token, i, TokenKind::Operator, state);
+    }
+    token.bracket = i;
+    ++i;
+    return End(token, i, TokenKind::Open, state);
+  }
+  if (state != ScanState::None) return EndInState(token, i, state);
+  ++i;
+  return End(token, i, c == u')' ? TokenKind::Close : TokenKind::Comma, state);
 }
 
 // args := arg (',' arg)* ')'
@@ -374,12 +407,9 @@ bool Parser::Classify(CCalcTreeNode* node, const Token& token, int depth) {
   }
 
   const CString& text = token.text;
-  const int length = text.GetLength();
-  const bool logicWord =
-      (length == 3 && (text.CompareNoCase(u"and") == 0 || text.CompareNoCase(u"not") == 0)) ||
-      (length == 2 && (text.CompareNoCase(u"or") == 0 || text == u"&&" || text == u"||")) ||
-      text == u"!";
-  if (logicWord || token.kind == TokenKind::Operator) {
+  // A word token can only spell a logical operator ("and", "&&", "!"...):
+  // every other operator unit ends a word.
+  if (token.kind == TokenKind::Operator || FindOperator(text) != nullptr) {
     if (!node->SetOperator(text)) return Fail(kErrSyntax, token.start + 1);
     node->m_Kind = kKindOperator;
     return true;
@@ -427,8 +457,6 @@ unsigned char OpCodeOf(ICalcTreeNode* node) {
 }
 
 bool IsOperatorNode(ICalcTreeNode* node) { return node != nullptr && node->GetKind() == kKindOperator; }
-bool IsCompareCode(unsigned char code) { return code >= kOpEqual && code <= kOpNotEqual; }
-bool IsLogicCode(unsigned char code) { return code >= kOpAnd && code <= kOpNot; }
 
 int SyntaxError(CErrorCollector* errors, int position) {
   if (errors != nullptr) errors->SetErrorSyntax(position, nullptr);
@@ -468,19 +496,36 @@ int CheckOperandKinds(ICalcTreeNode* node, CErrorCollector* errors) {
   return 1;
 }
 
-// Recursive: trees come from the parser, which bounds their depth.
-int CheckOperandKindsDeep(ICalcTreeNode* node, CErrorCollector* errors) {
+namespace {
+
+// Recursive: trees come from the parser (hosts can re-kind and delete nodes
+// but never add one), which bounds their depth by kMaxTreeDepth.
+int CheckOperandKindsAt(ICalcTreeNode* node, CErrorCollector* errors, int depth) {
+  VKTCALC_ASSERT(depth <= kMaxTreeDepth);
   if (!CheckOperandKinds(node, errors)) return 0;
   const int count = node != nullptr ? node->GetChildCount() : 0;
   for (int i = 0; i < count; ++i) {
     ICalcTreeNode* child = node->GetChild(i);
-    if (child != nullptr && !CheckOperandKindsDeep(child, errors)) return 0;
+    if (child != nullptr && !CheckOperandKindsAt(child, errors, depth + 1)) return 0;
   }
   return 1;
 }
 
-// Recursive like CheckOperandKindsDeep.
-int CheckGrammar(ICalcTreeNode* node, CErrorCollector* errors) {
+int CheckGrammarAt(ICalcTreeNode* node, CErrorCollector* errors, int depth);
+
+}  // namespace
+
+int CheckOperandKindsDeep(ICalcTreeNode* node, CErrorCollector* errors) {
+  return CheckOperandKindsAt(node, errors, 1);
+}
+
+int CheckGrammar(ICalcTreeNode* node, CErrorCollector* errors) { return CheckGrammarAt(node, errors, 1); }
+
+namespace {
+
+// Recursive like CheckOperandKindsAt.
+int CheckGrammarAt(ICalcTreeNode* node, CErrorCollector* errors, int depth) {
+  VKTCALC_ASSERT(depth <= kMaxTreeDepth);
   if (node == nullptr) return 1;
   const int count = node->GetChildCount();
   if (count == 0) return node->GetKind() == kKindBracket ? SyntaxError(errors, PositionOf(node)) : 1;
@@ -488,7 +533,7 @@ int CheckGrammar(ICalcTreeNode* node, CErrorCollector* errors) {
   if (count == 1 && IsOperatorNode(first)) return SyntaxError(errors, PositionOf(first));
 
   for (int i = 0; i < count; ++i)
-    if (!CheckGrammar(node->GetChild(i), errors)) return 0;
+    if (!CheckGrammarAt(node->GetChild(i), errors, depth + 1)) return 0;
 
   if (IsOperatorNode(first) && OpCodeOf(first) != kOpSub && OpCodeOf(first) != kOpNot)
     return SyntaxError(errors, PositionOf(first));
@@ -504,8 +549,8 @@ int CheckGrammar(ICalcTreeNode* node, CErrorCollector* errors) {
     if (previousOp && currentOp) {
       const unsigned char before = OpCodeOf(previous);
       const unsigned char now = OpCodeOf(current);
-      if (IsLogicCode(before) && now == kOpNot) continue;            // a && !b
-      if (now == kOpSub && (IsCompareCode(before) || IsLogicCode(before))) continue;  // a > -b
+      if (IsLogicalCode(before) && now == kOpNot) continue;            // a && !b
+      if (now == kOpSub && (IsComparisonCode(before) || IsLogicalCode(before))) continue;  // a > -b
       return SyntaxError(errors, PositionOf(current));
     }
     if (!previousOp && !currentOp) return SyntaxError(errors, PositionOf(current));
@@ -514,6 +559,8 @@ int CheckGrammar(ICalcTreeNode* node, CErrorCollector* errors) {
   if (IsOperatorNode(last)) return SyntaxError(errors, PositionOf(last));
   return 1;
 }
+
+}  // namespace
 
 int CheckTree(ICalcTreeNode* node, CErrorCollector* errors) {
   if (node == nullptr) return 1;

@@ -3,28 +3,18 @@
 // parse itself is CCalcTreeNode::Parse and the CUtilityCalc entries.
 // Not installed.
 //
-// Error numbers of the parser, left in the CErrorCollector:
-//   1000  a function name before "(" is not a valid name
-//   1001  a name that starts with digits goes on with something else
-//   1003  syntax error; also nesting deeper than kMaxNesting and a NUL unit
-//   1005  number and text mixed among operands while complex mode is off
-//   1068  a word is neither a number nor a valid variable name
-//   1070  brackets don't match
-// Positions count 16-bit units of the text as the scanner sees it, after
+// The parser leaves the numbers of tree/ErrorNumbers.h from kErrBadFuncName
+// to kErrBrackets in the CErrorCollector; nesting deeper than kMaxNesting and
+// a NUL unit are kErrSyntax too. Positions count 16-bit units of the text as the scanner sees it, after
 // the padding of "&&" and "||".
 #pragma once
+
+#include "tree/ErrorNumbers.h"
 
 class CErrorCollector;
 class ICalcTreeNode;
 
 namespace vkt {
-
-constexpr int kErrBadFuncName = 1000;
-constexpr int kErrDigitsInName = 1001;
-constexpr int kErrSyntax = 1003;
-constexpr int kErrMixedKinds = 1005;
-constexpr int kErrBadVarName = 1068;
-constexpr int kErrBrackets = 1070;
 
 // CheckOperandKinds on node, CheckOperandKindsDeep on each child, then
 // CheckGrammar; 1 or 0 at the first failure.
