@@ -1,5 +1,6 @@
 // tree/Operators.cpp: lookups over the operator table. The table is short
-// and fixed, so a linear search is as fast as anything cleverer.
+// and fixed, so a linear search by text or code is as fast as anything
+// cleverer; only the scanner's per-unit test gets a precomputed map.
 #include "tree/Operators.h"
 
 namespace vkt {
@@ -10,13 +11,27 @@ bool Matches(const CString& text, const char16_t* spelling, bool anyCase) {
   return anyCase ? text.CompareNoCase(spelling) == 0 : text == spelling;
 }
 
-bool UnitOfClass(char16_t c, OperatorClass cls) {
-  for (const OperatorInfo& op : kOperators)
-    if (op.cls == cls && !op.word)
-      for (const char16_t* p = op.spelling; *p != 0; ++p)
-        if (*p == c) return true;
-  return false;
-}
+// For each ASCII unit, bit 1 when it spells part of an arithmetic operator,
+// bit 2 for a comparison: built from the table at compile time, since the
+// scanner asks for every unit of a formula.
+constexpr unsigned char kArithmeticBit = 1;
+constexpr unsigned char kComparisonBit = 2;
+
+struct UnitClasses {
+  unsigned char bits[128] = {};
+  constexpr UnitClasses() {
+    for (const OperatorInfo& op : kOperators) {
+      if (op.word) continue;
+      const unsigned char bit = op.cls == OperatorClass::Arithmetic   ? kArithmeticBit
+                                : op.cls == OperatorClass::Comparison ? kComparisonBit
+                                                                      : 0;
+      for (const char16_t* p = op.spelling; *p != 0; ++p) bits[*p] |= bit;
+    }
+  }
+};
+constexpr UnitClasses kUnitClasses;
+
+bool UnitHas(char16_t c, unsigned char bit) { return c < 128 && (kUnitClasses.bits[c] & bit) != 0; }
 
 }  // namespace
 
@@ -49,8 +64,8 @@ bool IsLogicalCode(unsigned char code) {
 }
 
 // Every arithmetic operator is one unit that no longer spelling starts with.
-bool IsSingleOperatorUnit(char16_t c) { return UnitOfClass(c, OperatorClass::Arithmetic); }
+bool IsSingleOperatorUnit(char16_t c) { return UnitHas(c, kArithmeticBit); }
 
-bool IsComparisonUnit(char16_t c) { return UnitOfClass(c, OperatorClass::Comparison); }
+bool IsComparisonUnit(char16_t c) { return UnitHas(c, kComparisonBit); }
 
 }  // namespace vkt
