@@ -10,11 +10,14 @@ IInvokeJS::~IInvokeJS() = default;
 
 void SetDateTimeFormat(const char16_t* format, int dateOnly) {
   vkt::ProcessStateData& state = vkt::ProcessState();
-  (dateOnly ? state.dateFormat : state.dateTimeFormat) = format;  // null stores empty
+  CString copy(format);  // made outside the lock; null stores empty
+  CCritSecGuard guard(state.formatLock);
+  (dateOnly ? state.dateFormat : state.dateTimeFormat) = std::move(copy);
 }
 
 void GetDateTimeFormat(CString& out, int dateOnly) {
   vkt::ProcessStateData& state = vkt::ProcessState();
+  CCritSecGuard guard(state.formatLock);
   out = dateOnly ? state.dateFormat : state.dateTimeFormat;
 }
 

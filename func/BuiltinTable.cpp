@@ -130,16 +130,16 @@ CFuncInfo* RecordAt(int row) {
   return reinterpret_cast<CFuncInfo*>(g_recordStorage + sizeof(CFuncInfo) * row);
 }
 
-// The set-up proper; runs inside the catalogue's lock.
-void BuildLocked(ProcessStateData& state) {
-  if (state.funcNames.GetSize() > 0) return;  // built by an earlier manager
-
+// Makes the records in place, the sorted name pool, the parameter kinds and
+// the bodies; records counts the records made, for Unbuild.
+void BuildRecords(ProcessStateData& state, int& records) {
   CArray<CFuncInfo*, CFuncInfo*>& infos = state.funcInfos;
   infos.SetSize(kBuiltinCount);
   CBuffer names(1024);
   for (int row = 0; row < kBuiltinCount; ++row) {
     const BuiltinRow& source = kBuiltinRows[row];
     CFuncInfo* info = new (RecordAt(row)) CFuncInfo();
+    ++records;
     info->pName = source.name;
     info->nCategory = source.nCategory;
     info->nDescId = source.nDescId;
@@ -165,6 +165,29 @@ void BuildLocked(ProcessStateData& state) {
     [[maybe_unused]] const int strays = AttachBodies(infos.GetData(), kBuiltinCount, family());
     VKTCALC_ASSERT(strays == 0);  // a family names a function that the table lacks
   }
+}
+
+// The records made so far by an attempt that ran out of memory go again,
+// with the names, so that the next attempt starts from nothing.
+void Unbuild(ProcessStateData& state, int records) {
+  for (int row = 0; row < records; ++row) RecordAt(row)->~CFuncInfo();
+  state.funcInfos.RemoveAll();
+  state.funcNames.Empty();
+}
+
+// The set-up proper; runs inside the catalogue's lock. A failed allocation
+// (std::bad_alloc) leaves nothing half-built: the catalogue counts as built
+// only once every record has its parameter kinds and its body.
+void BuildLocked(ProcessStateData& state) {
+  if (state.funcBuilt) return;  // built by an earlier manager
+  int records = 0;
+  try {
+    BuildRecords(state, records);
+  } catch (...) {
+    Unbuild(state, records);
+    throw;
+  }
+  state.funcBuilt = true;
 }
 
 }  // namespace

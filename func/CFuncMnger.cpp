@@ -75,7 +75,15 @@ CFuncMnger::~CFuncMnger() {
   m_arrItems.RemoveAll();
 }
 
-CFuncMnger* CFuncMnger::NewFuncMnger() { return new (std::nothrow) CFuncMnger(); }
+CFuncMnger* CFuncMnger::NewFuncMnger() {
+  // The constructor may run out of memory building the shared catalogue;
+  // the header promises null for that, not an exception.
+  try {
+    return new CFuncMnger();
+  } catch (const std::bad_alloc&) {
+    return nullptr;
+  }
+}
 
 int CFuncMnger::CallFunc(CFuncPara& para, int bCheckGate, CErrorCollector* pErr, int nIndex) {
   const CString name(para.strName);

@@ -23,16 +23,18 @@ namespace vkt {
 using SoapLikeErrorFinder = int (*)(CString&);
 
 struct ProcessStateData {
-  CString dateFormat{u"%Y.%m.%d"};                      // SetDateTimeFormat(.., non-zero)
-  CString dateTimeFormat{u"%Y.%m.%d %H:%M:%S"};         // SetDateTimeFormat(.., 0)
+  CString dateFormat{u"%Y.%m.%d"};                      // SetDateTimeFormat(.., non-zero); under formatLock
+  CString dateTimeFormat{u"%Y.%m.%d %H:%M:%S"};         // SetDateTimeFormat(.., 0); under formatLock
+  CCritSec formatLock;                                  // a reader never sees half a format
   std::atomic<ILggInterface*> language{nullptr};        // the host's; never deleted here
   std::atomic<SoapLikeErrorFinder> soapFinder{nullptr}; // the host's; null: none
-  int currentLanguage = 0;                              // SetCurrentLanguage
+  std::atomic<int> currentLanguage{0};                  // SetCurrentLanguage
   // Last in the load order: the built-in function catalogue, filled once by
   // func/BuiltinTable.cpp under funcLock and read without it afterwards.
   CStringPool funcNames;                                // the built-in names, lower-cased
   CArray<CFuncInfo*, CFuncInfo*> funcInfos;             // their records, which are never freed
   CCritSec funcLock;                                    // guards the one-time set-up
+  bool funcBuilt = false;                               // set under funcLock once all is built
 };
 
 ProcessStateData& ProcessState();

@@ -163,30 +163,39 @@ int CGmp::div(CGmp* b) {
   // Chosen: a divisor holding a unit that is no digit divides like zero.
   if (!AllDigits(b->m_strInt) || !AllDigits(b->m_strDec)) return 0;
   CGmp divisor(*b);  // also a copy when b is this
-  m_bNeg = (m_bNeg != 0) == (divisor.m_bNeg != 0) ? 0 : 1;
-  if (divisor.IsOne()) return 1;  // the digits stay as they are, unvalidated
-  vkt::gmp::div_Prepare(*this, divisor);
-  if (divisor.m_strInt == u"1") return 1;  // the whole number stands in m_strInt
-  const int maxDec = GetMaxDecLength();
-  if (Digits_IsZero(m_strInt)) {
-    m_strInt = u"0";
-    Validate();
-    return 1;
-  }
-  if (m_strInt.GetLength() <= 18 && divisor.m_strInt.GetLength() <= 18) {
-    const std::uint64_t d = SmallValue(divisor.m_strInt);
-    if (d != 0) DivideSmall(*this, SmallValue(m_strInt), d, maxDec);
-    return 1;
-  }
-  CString dividend(std::move(m_strInt));
-  // Chosen: units of the dividend that are no digit count as 0 (the limbs
-  // need digits).
-  if (!AllDigits(dividend)) {
-    char16_t* p = dividend.GetBuffer();
-    for (int i = 0, n = dividend.GetLength(); i < n; ++i)
-      if (!IsDigit(p[i])) p[i] = u'0';
-  }
-  DivideLong(*this, dividend, divisor.m_strInt, maxDec);
+  // The work is done on a copy and moved in at the end, so that exhausted
+  // memory (std::bad_alloc) leaves this value as it was.
+  CGmp x(*this);
+  x.m_bNeg = (x.m_bNeg != 0) == (divisor.m_bNeg != 0) ? 0 : 1;
+  auto divide = [&divisor](CGmp& q) {
+    if (divisor.IsOne()) return;  // the digits stay as they are, unvalidated
+    vkt::gmp::div_Prepare(q, divisor);
+    if (divisor.m_strInt == u"1") return;  // the whole number stands in m_strInt
+    const int maxDec = GetMaxDecLength();
+    if (Digits_IsZero(q.m_strInt)) {
+      q.m_strInt = u"0";
+      q.Validate();
+      return;
+    }
+    if (q.m_strInt.GetLength() <= 18 && divisor.m_strInt.GetLength() <= 18) {
+      const std::uint64_t d = SmallValue(divisor.m_strInt);
+      if (d != 0) DivideSmall(q, SmallValue(q.m_strInt), d, maxDec);
+      return;
+    }
+    CString dividend(std::move(q.m_strInt));
+    // Chosen: units of the dividend that are no digit count as 0 (the limbs
+    // need digits).
+    if (!AllDigits(dividend)) {
+      char16_t* p = dividend.GetBuffer();
+      for (int i = 0, n = dividend.GetLength(); i < n; ++i)
+        if (!IsDigit(p[i])) p[i] = u'0';
+    }
+    DivideLong(q, dividend, divisor.m_strInt, maxDec);
+  };
+  divide(x);
+  m_strInt = std::move(x.m_strInt);
+  m_strDec = std::move(x.m_strDec);
+  m_bNeg = x.m_bNeg;
   return 1;
 }
 

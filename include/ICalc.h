@@ -6,7 +6,8 @@
 //    0  finished: the root holds the result (root->GetValue(text, 0, 0)) and
 //       nResultKind says what it is;
 //   -1  failed: the error collector holds the error; pCurrent is the failing
-//       node and the tree can't be calculated further;
+//       node and the tree can't be calculated further. Only when memory ran
+//       out making the function manager is nError left at 0;
 //    2  a variable is needed: its name is in strResult, its node in pCurrent;
 //    3  a function is to be computed by the host: strResult holds its name
 //       and each argument, one to a line, joined by CR LF (text arguments in

@@ -20,19 +20,30 @@
 namespace vkt {
 namespace {
 
-// Destroys the nodes and everything below them without recursion: each
-// node's children are taken over before the node is deleted, so its own
-// destructor finds none.
-void DestroyNodes(std::vector<ICalcTreeNode*> pending) {
-  while (!pending.empty()) {
-    ICalcTreeNode* node = pending.back();
-    pending.pop_back();
-    if (CCalcTreeNode* impl = CCalcTreeNode::From(node)) {
-      for (ICalcTreeNode* child : impl->m_Children)
-        if (child != nullptr) pending.push_back(child);
-      impl->m_Children.RemoveAll();
+// Destroys node and everything below it without recursion and without
+// allocating, since it runs in destructors, where a failed allocation would
+// end the process. A node whose children are still going waits in a chain
+// threaded through its parent link, which nobody reads any more; a node is
+// deleted only once it has no children, so its destructor finds none.
+void DestroyTree(ICalcTreeNode* node) {
+  CCalcTreeNode* waiting = nullptr;
+  for (;;) {
+    if (node != nullptr) {
+      CCalcTreeNode* impl = CCalcTreeNode::From(node);
+      if (impl != nullptr && !impl->m_Children.IsEmpty()) {
+        const int last = impl->m_Children.GetSize() - 1;
+        ICalcTreeNode* child = impl->m_Children[last];
+        impl->m_Children.RemoveAt(last);
+        impl->m_pParent = waiting;
+        waiting = impl;
+        node = child;
+        continue;
+      }
+      delete node;
     }
-    delete node;
+    if (waiting == nullptr) return;
+    node = waiting;
+    waiting = static_cast<CCalcTreeNode*>(waiting->m_pParent);
   }
 }
 
@@ -139,16 +150,13 @@ void CCalcTreeNode::DeleteChild(int index) {
   if (index < 0 || index >= m_Children.GetSize()) return;
   ICalcTreeNode* child = m_Children[index];
   m_Children.RemoveAt(index);
-  if (child != nullptr) DestroyNodes({child});
+  DestroyTree(child);
 }
 
 void CCalcTreeNode::DeleteAllChildren() {
-  std::vector<ICalcTreeNode*> children;
-  children.reserve(static_cast<std::size_t>(m_Children.GetSize()));
-  for (ICalcTreeNode* child : m_Children)
-    if (child != nullptr) children.push_back(child);
+  CCalcTreeNodeArray children(std::move(m_Children));  // takes the storage: no allocation
   m_Children.RemoveAll();
-  DestroyNodes(std::move(children));
+  for (ICalcTreeNode* child : children) DestroyTree(child);
 }
 
 ICalcTreeNode* CCalcTreeNode::GetChild(int index) const {

@@ -6,6 +6,7 @@
 #include "tree/Evaluator.h"
 
 #include <deque>
+#include <memory>
 #include <vector>
 
 #include "CErrorCollector.h"
@@ -188,9 +189,10 @@ void DeleteAt(CCalcTreeNodeArray& children, int index, int count) {
 // An empty text that stands in for a missing side of a comparison.
 void InsertEmptyText(CCalcTreeNode* node, int index) {
   ICalcTreeNode* parent = node->m_Children[0]->GetParent();
-  auto* empty = new CCalcTreeNode(parent, kKindText);
+  auto empty = std::make_unique<CCalcTreeNode>(parent, kKindText);
   empty->m_ValueState = kValueText;
-  node->m_Children.InsertAt(index, empty);
+  node->m_Children.InsertAt(index, empty.get());
+  empty.release();  // the node owns it now
 }
 
 // The failure of a run: its number and the node's text as it stands now.

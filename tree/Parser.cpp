@@ -329,9 +329,11 @@ bool Parser::ParseArguments(CCalcTreeNode* call, int position, int& endPos, int 
     }
     // An argument that ran into the end of the text was ended by neither.
     if (position >= m_length) return Fail(kErrBrackets, position);
-    auto* argument = new CCalcTreeNode(call, kKindArgument);
+    auto owned = std::make_unique<CCalcTreeNode>(call, kKindArgument);
+    CCalcTreeNode* argument = owned.get();
     argument->m_Pos = position;
     call->AddChild(argument);
+    owned.release();  // the call owns it now
     int argumentEnd = position;
     if (!ParseTokens(argument, position, argumentEnd, ended, depth)) return false;
     position = argumentEnd;
