@@ -1,183 +1,177 @@
-// tests/gmp/DigitsTest.cpp: the digit-string layer on its own, and the limb
-// layer against it.
+// tests/gmp/DigitsTest.cpp: the digit strings under CGmp row by row; over seeded operands, the fast roads
+// of mul and div against the digit-by-digit definitions, and fields holding units that are no digits.
 #include "gmp/Digits.h"
 
 #include <gtest/gtest.h>
 
+#include <cstdlib>
 #include <random>
 #include <string>
 
-#include "gmp/Limbs.h"
+#include "gmp/GmpOps.h"
 #include "tests/support/GmpText.h"
+#include "tests/support/Text.h"
 
 using namespace vkt::digits;
+using namespace vkt::test;
 
 namespace {
 
-std::u16string S(const CString& s) { return std::u16string(s.View()); }
+// op: A AddInt, M MinuInt, a AddDec, m MinuDec, C CompareInt, c CompareDec, i Inc, p Pad by b, o IsOdd,
+// z IsZero, h Half, f DivFast, d Div. after: a afterwards, "quotient|rest" for Div; result: the carry,
+// borrow, comparison or quotient returned; ls 1: reduced limits. Runs are expanded in a, b and after.
+struct DigitCase { char op; const char16_t *a, *b, *after; int result, ls = 0; };
 
-struct Binary {
-  const char16_t* a;
-  const char16_t* b;
-  const char16_t* result;
-  int flag;  // carry, borrow or comparison, as the operation returns it
+constexpr DigitCase kDigits[] = {
+    {'A', u"", u"", u"", 0}, {'A', u"5", u"007", u"012", 0}, {'A', u"999", u"1", u"1000", 0},
+    {'A', u"1", u"999", u"1000", 0}, {'A', u"05", u"3", u"08", 0}, {'M', u"1000", u"1", u"999", 0},
+    {'A', u"0", u"007", u"007", 0}, {'M', u"5", u"5", u"", 0},  // a zero a takes b as it is; a - a is ""
+    {'M', u"12", u"", u"12", 0}, {'M', u"007", u"7", u"", 0}, {'M', u"1", u"2", u"9", 1},  // 1 - 2: borrow
+    {'a', u"5", u"5", u"0", 1}, {'a', u"1", u"099", u"199", 0}, {'a', u"", u"5", u"5", 0},
+    {'a', u"25", u"0", u"25", 0}, {'a', u"99", u"01", u"00", 1},  // zero b: untouched; zeros stay
+    {'m', u"5", u"25", u"25", 0}, {'m', u"25", u"5", u"75", 1}, {'m', u"5", u"5", u"", 0},
+    {'m', u"123", u"023", u"1", 0}, {'m', u"", u"1", u"9", 1}, {'C', u"", u"0", u"", 0},
+    {'C', u"0", u"5", u"0", -1}, {'C', u"5", u"", u"5", 1}, {'C', u"12", u"9", u"12", 1},
+    {'C', u"12", u"13", u"12", -1}, {'C', u"13", u"13", u"13", 0}, {'c', u"", u"000", u"", 0},
+    {'c', u"1", u"09", u"1", 1}, {'c', u"25", u"25", u"25", 0}, {'c', u"5", u"50", u"5", -1},  // past the end
+    {'c', u"4{39}1", u"4{39}2", u"4{39}1", 0}, {'c', u"4{38}1", u"4{38}2", u"4{38}1", -1},  // 40th: out
+    {'c', u"123456789011", u"123456789012", u"123456789011", 0, 1},
+    {'c', u"12345678901", u"12345678902", u"12345678901", -1, 1}, {'i', u"999", u"", u"1000", 0},
+    {'i', u"", u"", u"1", 0}, {'p', u"1000", u"-2", u"001000", 0}, {'p', u"1000", u"1", u"10000", 0},
+    {'o', u"17", u"", u"17", 1}, {'o', u"", u"", u"", 0}, {'z', u"000", u"", u"000", 1},
+    {'z', u"010", u"", u"010", 0}, {'h', u"18", u"", u"9", 0}, {'h', u"10{21}", u"", u"50{20}", 0},
+    {'h', u"1234567890123456789012", u"", u"617283945061728394506", 0},
+    {'f', u"100", u"7", u"2", 14}, {'f', u"3", u"7", u"3", 0},  // untouched when the quotient is 0
+    {'f', u"1234567890123456789", u"3", u"1234567890123456789", 0},  // 19 digits: not this road
+    {'d', u"1234567890123456789", u"3", u"411522630041152263|0", 0}, {'d', u"100", u"7", u"14|2", 0},
 };
 
-constexpr Binary kAddInt[] = {
-    {u"", u"", u"", 0},       {u"0", u"007", u"007", 0},  // a zero a takes b as it stands
-    {u"5", u"007", u"012", 0}, {u"999", u"1", u"1000", 0},
-    {u"1", u"999", u"1000", 0}, {u"05", u"3", u"08", 0},
-};
-
-TEST(Digits, AddInt) {
-  for (const Binary& c : kAddInt) {
-    CString a(c.a);
-    Digits_AddInt(a, CString(c.b));
-    EXPECT_EQ(S(a), c.result) << testing::PrintToString(c.a) << " + " << testing::PrintToString(c.b);
+int Call(char op, CString& a, const CString& b) {
+  switch (op) {
+    case 'A': Digits_AddInt(a, b); return 0;
+    case 'M': return Digits_MinuInt(a, b);
+    case 'a': return Digits_AddDec(a, b);
+    case 'm': return Digits_MinuDec(a, b);
+    case 'C': return Digits_CompareInt(a, b);
+    case 'c': return Digits_CompareDec(a, b);
+    case 'i': Digits_Inc(a); return 0;
+    case 'p': Digits_Pad(a, std::atoi(b.ToUtf8().c_str())); return 0;
+    case 'o': return Digits_IsOdd(a);
+    case 'z': return Digits_IsZero(a) ? 1 : 0;
+    case 'h': Digits_Half(a); return 0;
+    case 'f': return static_cast<int>(Digits_DivFast(a, b));
   }
-}
-
-constexpr Binary kMinuInt[] = {
-    {u"1000", u"1", u"999", 0}, {u"5", u"5", u"", 0},  // equal numbers leave nothing
-    {u"12", u"", u"12", 0},     {u"1", u"2", u"9", 1},  // a below b: the borrow shows it
-    {u"007", u"7", u"", 0},
-};
-
-TEST(Digits, MinuInt) {
-  for (const Binary& c : kMinuInt) {
-    CString a(c.a);
-    EXPECT_EQ(Digits_MinuInt(a, CString(c.b)), c.flag) << testing::PrintToString(c.a);
-    EXPECT_EQ(S(a), c.result) << testing::PrintToString(c.a) << " - " << testing::PrintToString(c.b);
-  }
-}
-
-constexpr Binary kAddDec[] = {
-    {u"5", u"5", u"0", 1},    {u"25", u"0", u"25", 0},  // zero b: untouched
-    {u"1", u"099", u"199", 0}, {u"99", u"01", u"00", 1},  // zeros stay for the caller
-    {u"", u"5", u"5", 0},
-};
-
-TEST(Digits, AddDec) {
-  for (const Binary& c : kAddDec) {
-    CString a(c.a);
-    EXPECT_EQ(Digits_AddDec(a, CString(c.b)), c.flag) << testing::PrintToString(c.a);
-    EXPECT_EQ(S(a), c.result) << testing::PrintToString(c.a) << " + " << testing::PrintToString(c.b);
-  }
-}
-
-constexpr Binary kMinuDec[] = {
-    {u"5", u"25", u"25", 0}, {u"25", u"5", u"75", 1}, {u"5", u"5", u"", 0}, {u"123", u"023", u"1", 0}, {u"", u"1", u"9", 1},
-};
-
-TEST(Digits, MinuDec) {
-  for (const Binary& c : kMinuDec) {
-    CString a(c.a);
-    EXPECT_EQ(Digits_MinuDec(a, CString(c.b)), c.flag) << testing::PrintToString(c.a);
-    EXPECT_EQ(S(a), c.result) << testing::PrintToString(c.a) << " - " << testing::PrintToString(c.b);
-  }
-}
-
-constexpr Binary kCompareInt[] = {
-    {u"", u"0", nullptr, 0},  {u"0", u"5", nullptr, -1}, {u"5", u"", nullptr, 1},
-    {u"12", u"9", nullptr, 1}, {u"12", u"13", nullptr, -1}, {u"13", u"13", nullptr, 0},
-};
-
-constexpr Binary kCompareDec[] = {
-    {u"5", u"50", nullptr, -1},  // a place past the end is below 0
-    {u"", u"000", nullptr, 0},   {u"1", u"09", nullptr, 1}, {u"25", u"25", nullptr, 0},
-};
-
-TEST(Digits, Compare) {
-  for (const Binary& c : kCompareInt)
-    EXPECT_EQ(Digits_CompareInt(CString(c.a), CString(c.b)), c.flag) << testing::PrintToString(c.a);
-  for (const Binary& c : kCompareDec)
-    EXPECT_EQ(Digits_CompareDec(CString(c.a), CString(c.b)), c.flag) << testing::PrintToString(c.a);
-}
-
-TEST(Digits, CompareDecStopsBeforeTheLimit) {
-  const std::u16string common(39, u'4');
-  EXPECT_EQ(Digits_CompareDec(CString((common + u"1").c_str()), CString((common + u"2").c_str())), 0);
-  EXPECT_EQ(Digits_CompareDec(CString((common.substr(1) + u"1").c_str()), CString((common.substr(1) + u"2").c_str())),
-            -1);
-  vkt::test::LimitMode reduced;
-  EXPECT_EQ(Digits_CompareDec(CString(u"123456789011"), CString(u"123456789012")), 0);
-  EXPECT_EQ(Digits_CompareDec(CString(u"12345678901"), CString(u"12345678902")), -1);
-}
-
-TEST(Digits, SmallOperations) {
-  CString s(u"999");
-  Digits_Inc(s);
-  EXPECT_EQ(S(s), u"1000");
-  CString e;
-  Digits_Inc(e);
-  EXPECT_EQ(S(e), u"1");
-  Digits_Pad(s, -2);
-  EXPECT_EQ(S(s), u"001000");
-  Digits_Pad(s, 1);
-  EXPECT_EQ(S(s), u"0010000");
-  EXPECT_EQ(Digits_IsOdd(CString(u"17")), 1);
-  EXPECT_EQ(Digits_IsOdd(CString(u"")), 0);
-  EXPECT_TRUE(Digits_IsZero(CString(u"000")));
-  EXPECT_FALSE(Digits_IsZero(CString(u"010")));
-}
-
-TEST(Digits, Half) {
-  constexpr Binary kHalf[] = {
-      {u"18", nullptr, u"9", 0},
-      {u"1234567890123456789012", nullptr, u"617283945061728394506", 0},
-      {u"1000000000000000000000", nullptr, u"500000000000000000000", 0},
-  };
-  for (const Binary& c : kHalf) {
-    CString s(c.a);
-    Digits_Half(s);
-    EXPECT_EQ(S(s), c.result) << testing::PrintToString(c.a);
-  }
-}
-
-TEST(Digits, DivFastAndDiv) {
-  CString a(u"100");
-  EXPECT_EQ(Digits_DivFast(a, CString(u"7")), 14);
-  EXPECT_EQ(S(a), u"2");
-  CString small(u"3");
-  EXPECT_EQ(Digits_DivFast(small, CString(u"7")), 0);
-  EXPECT_EQ(S(small), u"3");  // untouched when the quotient is 0
-  CString big(u"1234567890123456789");
-  EXPECT_EQ(Digits_DivFast(big, CString(u"3")), 0);  // 19 digits: not this road
   CString q;
-  Digits_Div(q, big, CString(u"3"));
-  EXPECT_EQ(S(q), u"411522630041152263");
-  EXPECT_EQ(S(big), u"0");
+  Digits_Div(q, a, b);
+  a = q + u"|" + a;
+  return 0;
 }
 
-// Long division by repeated subtraction and Knuth's division on limbs agree
-// on quotient digits over random operands, both roads of Digits_Div
-// included.
-TEST(Digits, LimbDivisionAgreesWithDigitDivision) {
-  std::mt19937_64 random(20240611);
-  auto digits = [&random](int n) {
+TEST(Digits, Table) {
+  for (const DigitCase& c : kDigits) {
+    LimitMode mode(c.ls);
+    CString a(Expand(c.a));
+    EXPECT_EQ(Call(c.op, a, CString(Expand(c.b))), c.result) << c.op << " " << Row(c.a) << " " << Row(c.b);
+    EXPECT_EQ(a.View(), Expand(c.after)) << c.op << " " << Row(c.a) << " " << Row(c.b);
+  }
+}
+
+// Division as the digit strings take it: the whole quotient by the 64-bit shortcut, then one digit
+// at a time, each placed with Div_10exp and summed, until the limit or an exact end.
+void DivideDigitByDigit(CGmp& x, const CGmp& divisor) {
+  CGmp y(divisor);
+  vkt::gmp::div_Prepare(x, y);
+  if (y.m_strInt == u"1") return;
+  CString a(x.m_strInt);
+  x.Empty();
+  AppendUnsigned(x.m_strInt, static_cast<unsigned long long>(Digits_DivFast(a, y.m_strInt)));
+  for (int k = 0; !Digits_IsZero(a) && x.m_strDec.GetLength() < CGmp::GetMaxDecLength();) {
+    for (; Digits_CompareInt(y.m_strInt, a) > 0; ++k) a += u'0';
+    CGmp t;
+    Digits_Div(t.m_strInt, a, y.m_strInt);
+    t.Div_10exp(k);
+    if (t.IsZero()) break;
+    vkt::gmp::AddMagnitude(x, t);
+  }
+  x.Validate();
+}
+
+// Over canonical operands of up to maxInt integer and maxDec decimal digits, integer parts "" and "0"
+// among them and zeros frequent (powers of ten, short products): the fast multiplication against the
+// stepwise one and, cut or not, against the rows; every fifth pair, division against the one above.
+void CheckPaths(unsigned seed, int rounds, int maxInt, int maxDec) {
+  std::mt19937 random(seed);
+  auto sparse = [&]() { return static_cast<char16_t>(random() % 3 == 0 ? u'0' : u'0' + random() % 10); };
+  auto next = [&]() {
+    const int in = static_cast<int>(random() % static_cast<unsigned>(maxInt + 1));
+    const int dec = static_cast<int>(random() % static_cast<unsigned>(maxDec + 1));
     std::u16string s;
-    s += static_cast<char16_t>(u'1' + random() % 9);
-    for (int i = 1; i < n; ++i) s += static_cast<char16_t>(u'0' + random() % 10);
-    return s;
+    for (int i = 0; i < in; ++i) s += i == 0 ? static_cast<char16_t>(u'1' + random() % 9) : sparse();
+    if (in == 0 && random() % 2) s += u'0';
+    CGmp x;
+    x.m_strInt = CString(s);
+    s.clear();
+    for (int i = 0; i < dec; ++i) s += sparse();
+    while (!s.empty() && s.back() == u'0') s.pop_back();
+    x.m_strDec = CString(s);
+    return x;
+  };
+  for (int round = 0; round < rounds; ++round) {
+    const CGmp a = next();
+    CGmp b = next();
+    if (b.IsZero()) continue;
+    std::string show = testing::PrintToString(Fields(a));
+    show += " and " + testing::PrintToString(Fields(b));
+    CGmp quick(a);
+    CGmp slow(a);
+    ASSERT_TRUE(vkt::gmp::MultiplyFast(quick, b));
+    vkt::gmp::MultiplyStepwise(slow, b);
+    ASSERT_EQ(Fields(quick), Fields(slow)) << "mul " << show;
+    CGmp rows(a.IsZero() ? slow : a);
+    if (!a.IsZero()) vkt::gmp::MultiplyByRows(rows, b);
+    ASSERT_EQ(Fields(rows), Fields(slow)) << "rows " << show;
+    if (round % 5 != 0 || b.IsOne()) continue;
+    quick = slow = a;
+    ASSERT_EQ(quick.div(&b), 1);
+    DivideDigitByDigit(slow, b);
+    ASSERT_EQ(Fields(quick), Fields(slow)) << "div " << show;
+  }
+}
+
+TEST(CGmpPaths, FastRoadsMatchTheDefinitions) {
+  CheckPaths(1, 20000, 40, 30);
+  LimitMode reduced;
+  CheckPaths(2, 20000, 12, 10);
+}
+
+// A host may write the fields: units that are no digits give some value, but never a crash, a hang
+// or undefined behaviour.
+TEST(CGmpPaths, StrayUnitsAreSurvived) {
+  std::mt19937 random(5);
+  const std::u16string units = u"0123456789x-.: \xffff";
+  auto junk = [&]() {
+    CGmp x;
+    for (CString* field : {&x.m_strInt, &x.m_strDec}) {
+      std::u16string s(random() % 25, u' ');
+      for (char16_t& unit : s) unit = units[random() % units.size()];
+      *field = CString(s);
+    }
+    x.m_bNeg = static_cast<int>(random() % 3);
+    return x;
   };
   for (int round = 0; round < 3000; ++round) {
-    const std::u16string a = digits(1 + static_cast<int>(random() % 90));
-    const std::u16string d = digits(1 + static_cast<int>(random() % 45));
-    CString q;
-    CString rest(a.c_str());
-    Digits_Div(q, rest, CString(d.c_str()));
-
-    using namespace vkt::limbs;
-    LimbBuffer u(LimbsFor(static_cast<int>(a.size())));
-    LimbBuffer v(LimbsFor(static_cast<int>(d.size())));
-    const int nu = FromDigits(a.c_str(), static_cast<int>(a.size()), nullptr, 0, 0, u.Data());
-    const int nv = FromDigits(d.c_str(), static_cast<int>(d.size()), nullptr, 0, 0, v.Data());
-    LimbBuffer lq(nu + 1);
-    const int nq = Divide(u.Data(), nu, v.Data(), nv, lq.Data());
-    UnitBuffer text(nq * kLimbDigits + 1);
-    const int t = ToDigits(lq.Data(), nq, text.Data());
-    EXPECT_EQ(std::u16string(text.Data(), static_cast<std::size_t>(t)), S(q)) << "a=" << testing::PrintToString(a)
-                                                                              << " d=" << testing::PrintToString(d);
+    const CGmp a = junk();
+    CGmp b = junk();
+    for (auto op : {&CGmp::add, &CGmp::minu, &CGmp::mul}) (CGmp(a).*op)(&b);
+    CGmp(a).div(&b);
+    CGmp(a).mod(b);
+    CGmp r(a);
+    r.Compare(&b, 1);
+    r.Round(static_cast<int>(random() % 5));
+    CString out;
+    r.GetString(out, static_cast<int>(random() % 6) - 1, 1);
+    (r = a).Validate();
+    if (round % 10 == 0) (r = a).sqrt();
   }
 }
 
