@@ -1,349 +1,169 @@
-// Tests of CStringPool and the searches of ISortedStringQuery: the binary
-// search at every size and position, the linear and prefix search with and
-// without case, the changes in place, cutting a prepared block, and the
-// stream form.
-#include "VKTCalc.h"
-#include "tests/support/MemoryStream.h"
-
+// tests/containers/StringPoolTest.cpp: CStringPool and the searches of ISortedStringQuery: the binary
+// search at every size and position, Find, the block layout after each change, LoadSortedBuf, streams.
 #include <gtest/gtest.h>
 
 #include <string>
 #include <vector>
 
+#include "VKTCalc.h"
+#include "tests/support/MemoryStream.h"
+#include "tests/support/Text.h"
+
 namespace {
 
-std::u16string Str(const char16_t* s) { return s == nullptr ? u"<null>" : std::u16string(s); }
+using vkt::test::Row;
+using vkt::test::U;
 
-void Fill(CStringPool& pool, std::initializer_list<const char16_t*> items) {
+std::u16string Num(long value) { const std::string d = std::to_string(value); return {d.begin(), d.end()}; }
+
+// The words as the stream writes them: 32 bits each, low byte first.
+std::vector<BYTE> Le(std::initializer_list<DWORD> words) {
+  vkt::test::MemoryOutput out;
+  for (DWORD word : words) out.WriteDWord(word, 1);
+  return out.bytes;
+}
+
+// Loads the '|'-separated strings (null: none) and sets aExtras to the digits of `extras`.
+void Fill(CStringPool& pool, const char16_t* items, const char16_t* extras = u"") {
   CStringArray array;
-  for (const char16_t* item : items) array.Add(CString(item));
+  std::u16string_view rest = items != nullptr ? items : u"";
+  for (std::size_t cut = 0; items != nullptr && cut != rest.npos; rest.remove_prefix(cut + 1))
+    array.Add(CString(rest.substr(0, cut = rest.find(u'|'))));
   pool.Load(array);
+  for (const char16_t* p = extras; *p != 0; ++p) pool.aExtras.Add(static_cast<UINT>(*p - u'0'));
 }
 
-std::vector<std::u16string> All(CStringPool& pool) {
-  std::vector<std::u16string> out;
-  for (int i = 0; i < pool.GetSize(); ++i) out.push_back(Str(pool.GetAt(i)));
-  return out;
+// Each string behind its byte offset, then aExtras and the block's size: "0:ab 6:c [5] 10".
+std::u16string Show(CStringPool& pool) {
+  std::u16string out, extras;
+  for (int i = 0; i < pool.GetSize(); ++i) out += Num(pool.aOffsets[i]) + u":" + U(pool.GetAt(i)) + u" ";
+  for (UINT extra : pool.aExtras) extras += Num(extra);
+  return out + u"[" + extras + u"] " + Num(pool.mem.GetSize());
 }
 
-// A block of units, as a caller of LoadSortedBuf prepares it.
-void Units(CMem& block, const std::u16string& units) {
-  block.Set(reinterpret_cast<BYTE*>(const_cast<char16_t*>(units.data())),
-            static_cast<int>(units.size() * sizeof(char16_t)));
-}
-
-// Pools of every size from 0 to 40 holding the keys 1, 3, 5, ... (as two
-// letters, "ab", "ad", ...): every string is found at its index, and every
-// even key, before, between and after them, is not.
+// Pools of 0 to 40 strings hold the odd keys as two letters ("ab", "ad", ...): each is found, no even one.
 TEST(StringPoolBSearch, EverySizeEveryPosition) {
-  auto key = [](int n) {
-    return std::u16string{static_cast<char16_t>(u'a' + n / 26), static_cast<char16_t>(u'a' + n % 26)};
-  };
-  for (int size = 0; size <= 40; ++size) {
+  auto key = [](int v) { return std::u16string{char16_t(u'a' + v / 26), char16_t(u'a' + v % 26)}; };
+  for (int n = 0; n <= 40; ++n) {
     CStringPool pool;
-    std::vector<std::u16string> keys;
-    for (int i = 0; i < size; ++i) {
-      keys.push_back(key(2 * i + 1));
-      CString text(keys.back());
-      pool.Add(text);
-    }
-    for (int i = 0; i < size; ++i)
-      EXPECT_EQ(pool.BSearch(keys[i].c_str()), i) << "size " << size << ", index " << i;
-    for (int i = 0; i <= size; ++i) {  // in front of string i, and behind the last
-      const std::u16string missing = key(2 * i);
-      EXPECT_EQ(pool.BSearch(missing.c_str()), -1)
-          << "size " << size << ", missing " << testing::PrintToString(missing);
-    }
-    EXPECT_EQ(pool.BSearch(u""), -1) << "size " << size;
-    EXPECT_EQ(pool.BSearch(nullptr), -1) << "size " << size;
+    std::u16string items;
+    for (int i = 0; i < n; ++i) items += (i > 0 ? u"|" : u"") + key(2 * i + 1);
+    Fill(pool, n > 0 ? items.c_str() : nullptr);
+    for (int k = 0; k <= 2 * n; ++k)
+      EXPECT_EQ(pool.BSearch(key(k).data()), k % 2 ? k / 2 : -1) << n << " strings, key " << k;
   }
 }
 
-TEST(StringPoolBSearch, CaseCountsAndDuplicatesAreFound) {
-  CStringPool pool;
-  Fill(pool, {u"a", u"b", u"c"});
-  EXPECT_EQ(pool.BSearch(u"b"), 1);
-  EXPECT_EQ(pool.BSearch(u"B"), -1);  // by collation with case
-  EXPECT_EQ(pool.BSearch(u"d"), -1);
-  EXPECT_EQ(pool.BSearch(u" "), -1);
-
-  Fill(pool, {u"a", u"b", u"b", u"b", u"c", u"d", u"e"});
-  const int found = pool.BSearch(u"b");
-  EXPECT_GE(found, 1);
-  EXPECT_LE(found, 3);
-  EXPECT_EQ(pool.Find(u"b", 1, 0), 1);  // the linear search gives the first
-}
-
-struct FindCase {
-  const char16_t* text;
-  int bCase;
-  int bPrefix;
-  int expected;
+// op: 'B' BSearch, 'F' Find of an equal string, 'P' Find of a string that begins the text.
+constexpr struct { const char16_t* items; char op; const char16_t* text; int bCase, expected; } kSearch[] = {
+    {u"a|b|c", 'B', u"B", 1, -1},  // by collation with case
+    {u"a|b|c", 'B', nullptr, 1, -1},
+    {u"ABC|abc||abd|xy", 'F', u"abc", 1, 1},
+    {u"ABC|abc||abd|xy", 'F', u"abc", 0, 0},  // without case the first spelling wins
+    {u"ABC|abc||abd|xy", 'F', u"", 1, 2},
+    {u"ABC|abc||abd|xy", 'F', nullptr, 1, -1},
+    {u"ABC|abc||abd|xy", 'P', u"abcd", 1, 1},
+    {u"ABC|abc||abd|xy", 'P', u"ABCD", 1, 0},
+    {u"ABC|abc||abd|xy", 'P', u"ab", 0, 2},  // only the empty string begins "ab"
+    {u"ABC", 'P', u"abcd", 0, 0},            // without case ASCII letters fold
+    {u"\u00C4x", 'P', u"\u00E4xy", 0, -1},  // and only those
+    {nullptr, 'P', u"", 0, -1},
 };
 
-// Pool: "ABC", "abc", "", "abd", "xy".
-constexpr FindCase kFind[] = {
-    {u"abc", 1, 0, 1},
-    {u"abc", 0, 0, 0},      // without case the first spelling wins
-    {u"ABD", 1, 0, -1},
-    {u"ABD", 0, 0, 3},
-    {u"xy", 1, 0, 4},
-    {u"x", 1, 0, -1},       // not a prefix search
-    {u"", 1, 0, 2},
-    {u"abcd", 1, 1, 1},     // the pool string is the prefix
-    {u"abcd", 0, 1, 0},
-    {u"ABCD", 1, 1, 0},
-    {u"ab", 0, 1, 2},       // only the empty string begins "ab"
-    {u"zz", 1, 1, 2},
-    {nullptr, 1, 0, -1},
-    {nullptr, 0, 1, -1},
-};
-
-TEST(StringPoolFind, Table) {
-  CStringPool pool;
-  Fill(pool, {u"ABC", u"abc", u"", u"abd", u"xy"});
-  for (const FindCase& c : kFind) {
-    EXPECT_EQ(pool.Find(c.text, c.bCase, c.bPrefix), c.expected)
-        << testing::PrintToString(Str(c.text)) << " case " << c.bCase << " prefix " << c.bPrefix;
+TEST(StringPoolSearch, Table) {
+  for (const auto& c : kSearch) {
+    CStringPool pool;
+    Fill(pool, c.items);
+    EXPECT_EQ(c.op == 'B' ? pool.BSearch(c.text) : pool.Find(c.text, c.bCase, c.op == 'P'), c.expected)
+        << Row(c.items) << " " << c.op << " " << Row(c.text) << " " << c.bCase;
   }
 }
 
-TEST(StringPoolFind, PrefixCaseFoldsAsciiOnly) {
-  CStringPool pool;
-  Fill(pool, {u"abc"});
-  EXPECT_EQ(pool.Find(u"abcd", 1, 1), 0);
-  EXPECT_EQ(pool.Find(u"ab", 1, 1), -1);
-  Fill(pool, {u"ABC"});
-  EXPECT_EQ(pool.Find(u"abcd", 0, 1), 0);
-  EXPECT_EQ(pool.Find(u"abcd", 1, 1), -1);
-  Fill(pool, {u"\u00C4x"});  // A with diaeresis is not an ASCII letter
-  EXPECT_EQ(pool.Find(u"\u00E4xy", 0, 1), -1);
-  CStringPool empty;
-  EXPECT_EQ(empty.Find(u"a", 0, 1), -1);
-  EXPECT_EQ(empty.Find(u"", 1, 0), -1);
-}
-
-TEST(StringPool, GetAtOutsideIsNull) {
-  CStringPool pool;
-  EXPECT_EQ(pool.GetAt(0), nullptr);
-  Fill(pool, {u"a"});
-  EXPECT_EQ(pool.GetAt(-1), nullptr);
-  EXPECT_EQ(pool.GetAt(1), nullptr);
-  EXPECT_EQ(Str(pool.GetAt(0)), u"a");
-}
-
-TEST(StringPool, LoadAddAndBlockLayout) {
-  CStringPool pool;
-  pool.aExtras.Add(7);
-  Fill(pool, {u"ab", u"", u"c"});
-  EXPECT_EQ(All(pool), (std::vector<std::u16string>{u"ab", u"", u"c"}));
-  EXPECT_EQ(pool.aOffsets[0], 0u);
-  EXPECT_EQ(pool.aOffsets[1], 6u);  // "ab" and its terminator
-  EXPECT_EQ(pool.aOffsets[2], 8u);
-  EXPECT_EQ(pool.mem.GetSize(), 12);
-  EXPECT_EQ(pool.aExtras.GetSize(), 1);  // never touched by Load or Add
-  CString d(u"d");
-  EXPECT_EQ(pool.Add(d), 3);
-  EXPECT_EQ(pool.aOffsets[3], 12u);
-  EXPECT_EQ(Str(pool.GetAt(3)), u"d");
-
-  CStringArray none;
-  pool.Load(none);
-  EXPECT_EQ(pool.GetSize(), 0);
-  EXPECT_EQ(pool.mem.GetSize(), 0);
-}
-
-TEST(StringPool, InsertAt) {
-  CStringPool pool;
-  Fill(pool, {u"a", u"b"});
-  pool.aExtras.Add(5);  // one extra: index 0 lies within it, 2 does not
-  CString x(u"xyz");
-  pool.InsertAt(0, x);
-  EXPECT_EQ(All(pool), (std::vector<std::u16string>{u"xyz", u"a", u"b"}));
-  EXPECT_EQ(pool.aExtras.GetSize(), 2);
-  EXPECT_EQ(pool.aExtras[0], 0u);
-  EXPECT_EQ(pool.aExtras[1], 5u);
-  pool.InsertAt(2, x);
-  EXPECT_EQ(All(pool), (std::vector<std::u16string>{u"xyz", u"a", u"xyz", u"b"}));
-  EXPECT_EQ(pool.aExtras.GetSize(), 2);
-  pool.InsertAt(4, x);  // outside: nothing
-  pool.InsertAt(-1, x);
-  EXPECT_EQ(pool.GetSize(), 4);
-}
-
-TEST(StringPool, SetAtInPlaceAndGrowing) {
-  CStringPool pool;
-  Fill(pool, {u"a", u"b"});
-  CString longer(u"longer");
-  pool.SetAt(0, longer);
-  EXPECT_EQ(All(pool), (std::vector<std::u16string>{u"longer", u"b"}));
-  const int size = pool.mem.GetSize();
-  CString shorter(u"s");
-  pool.SetAt(0, shorter);  // fits: written in place, the room stays
-  EXPECT_EQ(All(pool), (std::vector<std::u16string>{u"s", u"b"}));
-  EXPECT_EQ(pool.mem.GetSize(), size);
-  CString last(u"last one");
-  pool.SetAt(1, last);  // the last string's room reaches to the block's end
-  EXPECT_EQ(All(pool), (std::vector<std::u16string>{u"s", u"last one"}));
-  pool.SetAt(2, last);  // outside: nothing
-  EXPECT_EQ(pool.GetSize(), 2);
-
-  Fill(pool, {u"ab", u"c"});
-  CString empty;
-  pool.SetAt(0, empty);
-  EXPECT_EQ(All(pool), (std::vector<std::u16string>{u"", u"c"}));
-}
-
-TEST(StringPool, RemoveAtKeepsTheBytes) {
-  CStringPool pool;
-  Fill(pool, {u"a", u"b"});
-  pool.aExtras.Add(1);
-  pool.aExtras.Add(2);
-  const int size = pool.mem.GetSize();
-  pool.RemoveAt(0);
-  EXPECT_EQ(All(pool), (std::vector<std::u16string>{u"b"}));
-  EXPECT_EQ(pool.mem.GetSize(), size);
-  ASSERT_EQ(pool.aExtras.GetSize(), 1);
-  EXPECT_EQ(pool.aExtras[0], 2u);
-  pool.RemoveAt(1);
-  pool.RemoveAt(-1);
-  EXPECT_EQ(pool.GetSize(), 1);
-}
-
-struct CutCase {
-  std::u16string block;
-  int bLower;
-  const char16_t* sep;
-  std::vector<std::u16string> expected;
+// Changes from a loaded pool: 'A'dd (i is the index it gives), 'I'nsertAt, 'S'etAt, 'R'emoveAt,
+// 'C'opy from a pool of the text's strings with aExtras 9 (then from null and itself), 'E'mpty.
+struct EditCase { const char16_t *items, *extras; char op; int i; const char16_t *text, *expected; };
+constexpr EditCase kEdits[] = {
+    {u"ab||c", u"7", 'A', 3, u"d", u"0:ab 6: 8:c 12:d [7] 16"},  // Load and Add leave aExtras alone
+    {u"a|b", u"5", 'I', 0, u"xyz", u"0:xyz 8:a 12:b [05] 16"},  // a 0 goes into aExtras within it
+    {u"a|b", u"5", 'I', 1, u"xyz", u"0:a 4:xyz 12:b [5] 16"},
+    {u"a|b", u"", 'I', 2, u"x", u"0:a 4:b [] 8"},  // outside the table: nothing
+    {u"a|b", u"", 'S', 0, u"longer", u"0:longer 14:b [] 18"},
+    {u"longer|b", u"", 'S', 0, u"s", u"0:s 14:b [] 18"},  // fits: in place, the room stays
+    {u"a|b", u"", 'S', 1, u"last one", u"0:a 4:last one [] 22"},
+    {u"a|b", u"", 'S', 2, u"x", u"0:a 4:b [] 8"},
+    {u"a|b", u"12", 'R', 0, u"", u"4:b [2] 8"},  // the bytes stay in the block
+    {u"a|b", u"1", 'R', 1, u"", u"0:a [1] 8"},
+    {u"a|b", u"", 'R', -1, u"", u"0:a 4:b [] 8"},
+    {u"old", u"1", 'C', 0, u"a|bc", u"0:a 4:bc [9] 10"},
+    {u"a|bc", u"1", 'E', 0, u"", u"[] 0"},
 };
+
+TEST(StringPool, ChangesAndTheBlockLayout) {
+  for (const auto& c : kEdits) {
+    CStringPool pool, source;
+    Fill(pool, c.items, c.extras);
+    Fill(source, c.text, u"9");
+    CString text(c.text);
+    switch (c.op) {
+      case 'A': EXPECT_EQ(pool.Add(text), c.i); break;
+      case 'I': pool.InsertAt(c.i, text); break;
+      case 'S': pool.SetAt(c.i, text); break;
+      case 'R': pool.RemoveAt(c.i); break;
+      case 'C': pool.Copy(&source); pool.Copy(nullptr); pool.Copy(&pool); break;
+      default: pool.Empty();
+    }
+    EXPECT_EQ(Show(pool), c.expected) << Row(c.items) << " " << c.op << c.i;
+    EXPECT_EQ(U(pool.GetAt(-1)) + U(pool.GetAt(pool.GetSize())), u"<null><null>");
+  }
+}
 
 TEST(StringPoolLoadSortedBuf, Table) {
-  const CutCase cases[] = {
-      {std::u16string(u"A\0B\0", 4), 1, nullptr, {u"a", u"b", u""}},  // a last empty string
-      {std::u16string(u"Ab\0Cd", 5), 0, nullptr, {u"Ab", u"Cd"}},      // no cut at the end
-      {u"AB,cd,EF", 1, u",", {u"ab", u"cd", u"ef"}},
-      {u"a, b, c", 0, u", ", {u"a", u"b", u"c"}},                       // the width is skipped
-      {u"a,xb", 0, u",y", {u"a", u"b"}},                                // only the first unit counts
-      {u"a,", 0, u",,,", {u"a", u""}},                                  // a cut past the end
-      {u"\u00C4Z[", 1, nullptr, {u"\u00C4z["}},                         // A to Z only
-      {u"x", 0, u"", {u"x"}},                                           // an empty sep cuts like none
+  const struct { std::u16string block; int bLower; const char16_t *sep, *expected; int cut = 0; } cases[] = {
+      {std::u16string(u"A\0B\0", 4), 1, nullptr, u"0:a 4:b 8: [] 8"},  // a last, empty, string
+      {u"AB,cd,EF", 1, u",", u"0:ab 6:cd 12:ef [] 16"},
+      {u"a, b, c", 0, u", ", u"0:a 6:b 12:c [] 14"},  // the whole width is skipped
+      {u"a,xb", 0, u",y", u"0:a 6:b [] 8"},           // only the first unit is compared
+      {u"a,", 0, u",,,", u"0:a 8: [] 4"},             // a cut past the end
+      {u"\u00C4Z[", 1, nullptr, u"0:\u00C4z[ [] 6"},  // A to Z only
+      {u"x", 0, u"", u"0:x [] 2"},                     // an empty sep cuts like none
+      {u"x", 0, nullptr, nullptr, 1},                  // one byte is no unit: the pool stays
   };
-  for (const CutCase& c : cases) {
-    CMem src;
-    Units(src, c.block);
+  for (const auto& c : cases) {
     CStringPool pool;
-    EXPECT_EQ(pool.LoadSortedBuf(src, c.bLower, c.sep), 1) << testing::PrintToString(c.block);
-    EXPECT_EQ(src.GetSize(), 0);
-    EXPECT_EQ(src.GetBuf(), nullptr);  // taken over, not copied
-    EXPECT_EQ(All(pool), c.expected) << testing::PrintToString(c.block);
+    Fill(pool, u"kept");
+    CMem src;
+    const int bytes = static_cast<int>(c.block.size() * 2) - c.cut;
+    src.Set(reinterpret_cast<BYTE*>(const_cast<char16_t*>(c.block.data())), bytes);
+    EXPECT_EQ(pool.LoadSortedBuf(src, c.bLower, c.sep), c.expected != nullptr ? 1 : 0) << Row(c.expected);
+    EXPECT_EQ(src.GetSize(), c.expected != nullptr ? 0 : bytes);  // taken over, not copied
+    EXPECT_EQ(Show(pool), c.expected != nullptr ? c.expected : u"0:kept [] 10");
   }
 }
 
-TEST(StringPoolLoadSortedBuf, TooSmallLeavesThePool) {
-  CStringPool pool;
-  Fill(pool, {u"kept"});
-  CMem empty;
-  EXPECT_EQ(pool.LoadSortedBuf(empty, 1, nullptr), 0);
-  CMem oneByte;
-  oneByte.Add(static_cast<BYTE>('A'));
-  EXPECT_EQ(pool.LoadSortedBuf(oneByte, 1, nullptr), 0);
-  EXPECT_EQ(oneByte.GetSize(), 1);
-  EXPECT_EQ(All(pool), std::vector<std::u16string>{u"kept"});
-}
-
-TEST(StringPoolLoadSortedBuf, LowerCasedTableIsSearchable) {
-  // As the function manager loads its names: terminators between them.
-  const std::u16string names(u"ABS\0Avg\0Count\0DATE\0If\0Max\0Min\0Sum", 33);
-  CMem block;
-  Units(block, names);
-  CStringPool pool;
-  ASSERT_EQ(pool.LoadSortedBuf(block, 1, nullptr), 1);
-  const char16_t* lower[] = {u"abs", u"avg", u"count", u"date", u"if", u"max", u"min", u"sum"};
-  for (int i = 0; i < 8; ++i) EXPECT_EQ(pool.BSearch(lower[i]), i) << testing::PrintToString(Str(lower[i]));
-  EXPECT_EQ(pool.BSearch(u"Sum"), -1);
-  EXPECT_EQ(pool.BSearch(u"round"), -1);
-}
-
-TEST(StringPool, CopyAndEmpty) {
-  CStringPool pool;
-  Fill(pool, {u"a", u"bc"});
-  pool.aExtras.Add(9);
-  CStringPool copy;
-  Fill(copy, {u"old"});
-  copy.Copy(&pool);
-  EXPECT_EQ(All(copy), (std::vector<std::u16string>{u"a", u"bc"}));
-  EXPECT_NE(copy.GetAt(0), pool.GetAt(0));  // a block of its own
-  EXPECT_EQ(copy.aExtras.GetSize(), 1);
-  copy.Copy(nullptr);
-  copy.Copy(&copy);
-  EXPECT_EQ(copy.GetSize(), 2);
-  copy.Empty();
-  EXPECT_EQ(copy.GetSize(), 0);
-  EXPECT_EQ(copy.aExtras.GetSize(), 0);
-  EXPECT_EQ(copy.mem.GetSize(), 0);
-  EXPECT_EQ(copy.BSearch(u"a"), -1);
-}
-
-TEST(StringPoolStream, RoundTrip) {
-  CStringPool pool;
-  Fill(pool, {u"alpha", u"", u"z", u"\u4E2D\u6587"});
+TEST(StringPoolStream, RoundTripAndDamagedStreams) {
+  CStringPool pool, empty;
+  Fill(pool, u"alpha||z|\u4E2D\u6587", u"12");
   pool.RemoveAt(0);  // unused bytes travel with the block
-  pool.aExtras.Add(11);
-  pool.aExtras.Add(12);
-  vkt::test::MemoryOutput out;
+  Fill(empty, nullptr, u"3");
+  vkt::test::MemoryOutput out, none;
   pool.Serialize(&out);
-
-  CStringPool back;
-  Fill(back, {u"to be replaced"});
-  back.aExtras.Add(99);
-  vkt::test::MemoryInput in(out.bytes);
-  back.Deserialize(&in);
-  EXPECT_EQ(in.Remaining(), 0u);
-  EXPECT_EQ(All(back), All(pool));
-  EXPECT_EQ(back.mem.GetSize(), pool.mem.GetSize());
-  ASSERT_EQ(back.aExtras.GetSize(), 2);
-  EXPECT_EQ(back.aExtras[1], 12u);
-  EXPECT_EQ(back.BSearch(u"\u4E2D\u6587"), 2);
-}
-
-TEST(StringPoolStream, EmptyPoolWritesOnlyTheSizes) {
-  CStringPool pool;
-  pool.aExtras.Add(3);  // not written without strings
-  vkt::test::MemoryOutput out;
-  pool.Serialize(&out);
-  EXPECT_EQ(out.bytes, (std::vector<BYTE>{0, 0, 0, 0, 1, 0, 0, 0}));
-
-  CStringPool back;
-  Fill(back, {u"x"});
-  vkt::test::MemoryInput in(out.bytes);
-  back.Deserialize(&in);
-  EXPECT_EQ(back.GetSize(), 0);
-  EXPECT_EQ(back.aExtras.GetSize(), 0);
-}
-
-TEST(StringPoolStream, DamagedStreamsReadSafely) {
-  // Offsets that are odd or lie past the block read as empty strings.
-  vkt::test::MemoryOutput out;
-  out.WriteDWord(3, 1);
-  out.WriteDWord(0, 1);
-  CMem block;
-  Units(block, u"ab");  // no terminator
-  out.WriteMem(&block, 1);
-  const DWORD offsets[] = {0, 1, 4000};
-  out.WriteData(offsets, sizeof(offsets));
-  CStringPool pool;
-  vkt::test::MemoryInput in(out.bytes);
-  pool.Deserialize(&in);
-  EXPECT_EQ(All(pool), (std::vector<std::u16string>{u"ab", u"", u""}));
-
-  // A negative size, and a stream that ends early.
-  for (const std::vector<BYTE>& bytes :
-       {std::vector<BYTE>{0xFF, 0xFF, 0xFF, 0xFF, 0, 0, 0, 0}, std::vector<BYTE>{5, 0, 0, 0, 2, 0},
-        std::vector<BYTE>{}}) {
-    CStringPool damaged;
-    vkt::test::MemoryInput input(bytes);
-    damaged.Deserialize(&input);
-    for (int i = 0; i < damaged.GetSize(); ++i) EXPECT_EQ(Str(damaged.GetAt(i)), u"");
+  empty.Serialize(&none);
+  EXPECT_EQ(none.bytes, Le({0, 1}));  // only the sizes: no aExtras without strings
+  const struct { std::vector<BYTE> bytes; std::u16string expected; } cases[] = {
+      {out.bytes, Show(pool)},
+      // Three offsets into a block "ab" without terminator: odd ones or those past it read as empty.
+      {Le({3, 0, 4, 0x00620061, 0, 1, 4}), u"0:ab 1: 4: [] 4"},
+      {Le({0xFFFFFFFF, 0}), u"[] 0"},      // a negative count
+      {Le({5}), u"0: 0: 0: 0: 0: [] 0"},  // the stream ends early
+      {{}, u"[] 0"},
+  };
+  for (const auto& c : cases) {
+    CStringPool back;
+    Fill(back, u"to be replaced", u"9");
+    vkt::test::MemoryInput in(c.bytes);
+    back.Deserialize(&in);
+    EXPECT_EQ(Show(back), c.expected);
+    EXPECT_EQ(in.Remaining(), 0u);
   }
 }
 

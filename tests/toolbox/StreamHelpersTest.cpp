@@ -1,10 +1,12 @@
-// Tests of the stream helpers of CUtilityCalc with the in-memory streams:
-// the exact bytes each writer leaves, round trips, and readers on truncated
-// or damaged input, which must stop at the first failure.
+// tests/toolbox/StreamHelpersTest.cpp: the stream helpers of CUtilityCalc with the in-memory streams:
+// the exact bytes each writer leaves, reading them back, and readers on cut or damaged input.
 #include <gtest/gtest.h>
 
 #include <cstdint>
 #include <cstring>
+#include <sstream>
+#include <string>
+#include <utility>
 #include <vector>
 
 #include "VKTCalc.h"
@@ -12,352 +14,141 @@
 
 namespace {
 
-using vkt::test::MemoryInput;
-using vkt::test::MemoryOutput;
 using Bytes = std::vector<BYTE>;
+using vkt::test::MemoryOutput;
 
-Bytes Le32(DWORD value) {
-  return {static_cast<BYTE>(value), static_cast<BYTE>(value >> 8), static_cast<BYTE>(value >> 16),
-          static_cast<BYTE>(value >> 24)};
-}
+Bytes operator+(Bytes a, const Bytes& b) { a.insert(a.end(), b.begin(), b.end()); return a; }
 
-Bytes Cat(std::initializer_list<Bytes> parts) {
-  Bytes out;
-  for (const Bytes& part : parts) out.insert(out.end(), part.begin(), part.end());
-  return out;
-}
-
-// The stream's own form of a string: unit count, then little-endian units.
-Bytes StreamString(const char16_t* text) {
-  CString s(text);
+// Words of 32 bits, low byte first; a value's bytes in this machine's order; a handle's 8 bytes on
+// any platform; and the stream's own form of a string.
+Bytes Le(std::initializer_list<DWORD> words) {
   MemoryOutput out;
-  out.WriteString(&s, 1);
+  for (DWORD word : words) out.WriteDWord(word, 1);
   return out.bytes;
 }
+template <class T> Bytes Raw(T v) { Bytes out(sizeof v); std::memcpy(out.data(), &v, sizeof v); return out; }
+Bytes U64(std::uint64_t value) { return Raw(value); }
+Bytes Str(CString text) { MemoryOutput out; out.WriteString(&text, 1); return out.bytes; }
 
-Bytes Cut(const Bytes& bytes, std::size_t drop) {
-  return Bytes(bytes.begin(), bytes.end() - static_cast<std::ptrdiff_t>(drop));
+std::string Item(std::uint64_t value) { return std::to_string(value); }
+std::string Item(void* handle) { return std::to_string(reinterpret_cast<std::uintptr_t>(handle)); }
+std::string Item(const CString& text) { return text.ToUtf8(); }
+void* H(std::uintptr_t value) { return reinterpret_cast<void*>(value); }
+template <class Array>
+std::string Join(Array& items) {
+  std::string out;
+  for (int i = 0; i < items.GetSize(); ++i) out += (i > 0 ? "," : "") + Item(items[i]);
+  return out;
+}
+template <class Array, class T>
+Array& Fill(Array& items, std::initializer_list<T> values, int size) {
+  for (T value : values) items.Add(value);
+  items.SetSize(size);
+  return items;
 }
 
-TEST(StreamHelpers, PointRoundTripAndTruncation) {
-  CPoint point;
-  point.x = -5;
-  point.y = 70000;
-  MemoryOutput out;
-  CUtilityCalc::SerializePoint(&out, point);
-  EXPECT_EQ(out.bytes, Cat({Le32(0xFFFFFFFBu), Le32(70000)}));
-
-  CPoint back;
-  MemoryInput in(out.bytes);
-  EXPECT_EQ(CUtilityCalc::DeserializePoint(&in, back), 1);
-  EXPECT_EQ(back.x, -5);
-  EXPECT_EQ(back.y, 70000);
-
-  // Only x arrives: it is kept, y stays as it was.
-  CPoint partial;
-  partial.x = 1;
-  partial.y = 2;
-  MemoryInput shortIn(Cut(out.bytes, 1));
-  EXPECT_EQ(CUtilityCalc::DeserializePoint(&shortIn, partial), 0);
-  EXPECT_EQ(partial.x, -5);
-  EXPECT_EQ(partial.y, 2);
-  EXPECT_EQ(CUtilityCalc::DeserializePoint(nullptr, partial), 0);
-}
-
-TEST(StreamHelpers, DateTravelsAsItsSerial) {
-  struct Case {
-    double serial;
-    COleDateTime::DateTimeStatus status;  // set on reading
-  };
-  const Case cases[] = {
-      {45000.75, COleDateTime::valid},
-      {-1.25, COleDateTime::valid},
-      {0.0, COleDateTime::valid},
-      {1e9, COleDateTime::invalid},  // beyond 9999: the status follows the serial
-  };
-  for (const Case& c : cases) {
-    COleDateTime date;
-    date.m_dt = c.serial;
+// Runs the helpers of `kind` ("uint4": UINT arrays with a count of width 4; "strings2": string arrays
+// written without a count and read with nCount 2): writes the kind's sample, and reads `bytes` into an
+// object that held old values. Gives the bytes written and "answer | what the object holds | bytes
+// left". A trailing '-' empties the sample, '+' makes it 257 long; a leading '!' takes null streams.
+std::pair<Bytes, std::string> Trip(std::string kind, const Bytes& bytes) {
+  MemoryOutput written;
+  vkt::test::MemoryInput stream(bytes);
+  IStreamOutput* out = kind[0] == '!' ? nullptr : &written;
+  IStreamInput* in = kind[0] == '!' ? nullptr : &stream;
+  kind.erase(0, kind[0] == '!' ? 1 : 0);
+  const int size = kind.back() == '-' ? 0 : kind.back() == '+' ? 257 : 3;
+  int answer = 0;
+  std::ostringstream held;
+  held.precision(12);
+  if (kind == "point") {
+    CPoint point(-5, 70000), back(1, 2);
+    CUtilityCalc::SerializePoint(out, point);
+    answer = CUtilityCalc::DeserializePoint(in, back);
+    held << back.x << "," << back.y;
+  } else if (kind == "date") {
+    COleDateTime date(45000.75), back(1.5);
     date.SetStatus(COleDateTime::null);  // not written
-    MemoryOutput out;
-    CUtilityCalc::SerializeDate(&out, date);
-    ASSERT_EQ(out.bytes.size(), 8u) << c.serial;
-    Bytes raw(8);
-    std::memcpy(raw.data(), &c.serial, 8);
-    EXPECT_EQ(out.bytes, raw) << c.serial;
-
-    COleDateTime back;
-    MemoryInput in(out.bytes);
-    EXPECT_EQ(CUtilityCalc::DeserializeDate(&in, back), 1) << c.serial;
-    EXPECT_EQ(back.GetStatus(), c.status) << c.serial;
-    EXPECT_EQ(back.m_dt, c.serial);  // assigned whatever its status
+    CUtilityCalc::SerializeDate(out, date);
+    answer = CUtilityCalc::DeserializeDate(in, back);
+    held << back.m_dt << " status " << back.GetStatus();
+  } else if (kind == "handle") {
+    void* back = H(9);
+    CUtilityCalc::SerializeHandle(out, H(77));
+    answer = CUtilityCalc::DeserializeHandle(in, back);
+    held << Item(back);
+  } else if (kind.starts_with("bytes")) {
+    CByteArray items, back;
+    CUtilityCalc::SerializeByteArray(out, Fill(items, {BYTE{1}, BYTE{0}, BYTE{255}}, size));
+    answer = CUtilityCalc::DeserializeByteArray(in, Fill(back, {BYTE{9}}, 1));
+    held << Join(back);
+  } else if (kind == "handles") {
+    CArray<void*, void*> items, back;
+    CUtilityCalc::SerializeHandleArray(out, Fill(items, {H(16), H(0), H(32)}, size));
+    answer = CUtilityCalc::DeserializeHandleArray(in, Fill(back, {H(5)}, 1));
+    held << Join(back);
+  } else if (kind.starts_with("uint")) {
+    CUIntArray items, back;
+    CUtilityCalc::SerializeUIntArray(out, Fill(items, {1u, 0xDEADBEEFu, 0u}, size), kind[4] - '0');
+    answer = CUtilityCalc::DeserializeUIntArray(in, Fill(back, {5u}, 1), kind[4] - '0');
+    held << Join(back);
+  } else if (kind.starts_with("strings")) {
+    CStringArray items, back;
+    const int nCount = kind.size() > 7 ? std::stoi(kind.substr(7)) : -1;
+    CUtilityCalc::SerializeStringArray(out, Fill(items, {u"ab", u"", u"\u4e2d"}, size), nCount < 0);
+    answer = CUtilityCalc::DeserializeStringArray(in, Fill(back, {u"p", u"q", u"r"}, 3), nCount);
+    held << Join(back);
+  } else if (kind.starts_with("map")) {
+    CMapStringToString map;
+    if (size > 0) map[CString(u"k")] = CString(u"v");
+    CUtilityCalc::SerializeMapStringToString(map, out);
+  } else {
+    answer = CUtilityCalc::readChar(in);
   }
-  COleDateTime untouched(2020, 1, 2, 3, 4, 5);
-  const double before = untouched.m_dt;
-  MemoryInput shortIn(Bytes(7, 0));
-  EXPECT_EQ(CUtilityCalc::DeserializeDate(&shortIn, untouched), 0);
-  EXPECT_EQ(untouched.m_dt, before);
+  held << " | " << stream.Remaining();
+  return {written.bytes, std::to_string(answer) + " | " + held.str()};
 }
 
-TEST(StreamHelpers, HandlesRoundTripInEightBytes) {
-  int anchor = 0;
-  void* handles[] = {&anchor, nullptr};
-  for (void* handle : handles) {
-    MemoryOutput out;
-    CUtilityCalc::SerializeHandle(&out, handle);
-    ASSERT_EQ(out.bytes.size(), 8u);
-    void* back = &out;
-    MemoryInput in(out.bytes);
-    EXPECT_EQ(CUtilityCalc::DeserializeHandle(&in, back), 1);
-    EXPECT_EQ(back, handle);
-  }
-  void* kept = &anchor;
-  MemoryInput shortIn(Bytes(4, 0));
-  EXPECT_EQ(CUtilityCalc::DeserializeHandle(&shortIn, kept), 0);
-  EXPECT_EQ(kept, &anchor);
-}
-
-TEST(StreamHelpers, ByteArray) {
-  CByteArray items;
-  for (BYTE b : {1, 0, 255}) items.Add(b);
-  MemoryOutput out;
-  CUtilityCalc::SerializeByteArray(&out, items);
-  EXPECT_EQ(out.bytes, Cat({Le32(3), Bytes{1, 0, 255}}));
-
-  CByteArray back;
-  back.Add(9);
-  MemoryInput in(out.bytes);
-  EXPECT_EQ(CUtilityCalc::DeserializeByteArray(&in, back), 1);
-  EXPECT_EQ(Bytes(back.begin(), back.end()), (Bytes{1, 0, 255}));
-
-  // A count of 0: an empty array and nothing more read.
-  MemoryInput empty(Cat({Le32(0), Bytes{7}}));
-  EXPECT_EQ(CUtilityCalc::DeserializeByteArray(&empty, back), 1);
-  EXPECT_TRUE(back.IsEmpty());
-  EXPECT_EQ(empty.Remaining(), 1u);
-
-  MemoryOutput none;
-  CUtilityCalc::SerializeByteArray(&none, back);
-  EXPECT_EQ(none.bytes, Le32(0));
-
-  // The bytes fall short: the array has its size, the read fails.
-  MemoryInput shortIn(Cut(out.bytes, 1));
-  EXPECT_EQ(CUtilityCalc::DeserializeByteArray(&shortIn, back), 0);
-  EXPECT_EQ(back.GetSize(), 3);
-  // A count no array can hold fails before anything changes.
-  CByteArray kept;
-  kept.Add(4);
-  MemoryInput huge(Le32(0x80000000u));
-  EXPECT_EQ(CUtilityCalc::DeserializeByteArray(&huge, kept), 0);
-  EXPECT_EQ(kept.GetSize(), 1);
-}
-
-TEST(StreamHelpers, HandleArray) {
-  int a = 0;
-  int b = 0;
-  CArray<void*, void*> items;
-  items.Add(&a);
-  items.Add(nullptr);
-  items.Add(&b);
-  MemoryOutput out;
-  CUtilityCalc::SerializeHandleArray(&out, items);
-  ASSERT_EQ(out.bytes.size(), 4u + 3 * 8);
-  EXPECT_EQ(Bytes(out.bytes.begin(), out.bytes.begin() + 4), Le32(3));
-
-  CArray<void*, void*> back;
-  MemoryInput in(out.bytes);
-  EXPECT_EQ(CUtilityCalc::DeserializeHandleArray(&in, back), 1);
-  ASSERT_EQ(back.GetSize(), 3);
-  EXPECT_EQ(back[0], &a);
-  EXPECT_EQ(back[1], nullptr);
-  EXPECT_EQ(back[2], &b);
-
-  // Two of three handles arrive: the size is right, the third is null.
-  CArray<void*, void*> partial;
-  MemoryInput shortIn(Cut(out.bytes, 8));
-  EXPECT_EQ(CUtilityCalc::DeserializeHandleArray(&shortIn, partial), 0);
-  ASSERT_EQ(partial.GetSize(), 3);
-  EXPECT_EQ(partial[0], &a);
-  EXPECT_EQ(partial[2], nullptr);
-
-  MemoryInput negative(Le32(0xFFFFFFFFu));  // ReadInt gives -1
-  EXPECT_EQ(CUtilityCalc::DeserializeHandleArray(&negative, back), 0);
-  EXPECT_EQ(back.GetSize(), 3);
-}
-
-TEST(StreamHelpers, UIntArrayCountWidths) {
-  CUIntArray items;
-  for (UINT v : {1u, 0xDEADBEEFu, 0u}) items.Add(v);
-  const Bytes elements = Cat({Le32(1), Le32(0xDEADBEEFu), Le32(0)});  // raw, this machine's order
-  struct Case {
-    int width;
-    Bytes count;
+// Rows marked as the sample's own bytes are also what the writer leaves; then null streams must write
+// nothing and read nothing.
+TEST(StreamHelpers, WritersAndReaders) {
+  const Bytes three = Str(u"ab") + Str(u"") + Str(u"\u4e2d");
+  const struct { const char* kind; Bytes bytes; const char* expected; bool sample = false; } cases[] = {
+      {"point", Le({0xFFFFFFFB, 70000}), "1 | -5,70000 | 0", true},
+      {"point", Le({0xFFFFFFFB}) + Bytes{1, 2, 3}, "0 | -5,2 | 3"},  // x arrives, y stays
+      {"date", Raw(45000.75), "1 | 45000.75 status 0 | 0", true},
+      {"date", Raw(1e9), "1 | 1000000000 status 1 | 0"},  // beyond 9999: the status follows the serial
+      {"date", Bytes(7, 0), "0 | 1.5 status 0 | 7"}, {"handle", Bytes(4, 0), "0 | 9 | 4"},
+      {"handle", U64(77), "1 | 77 | 0", true},
+      {"bytes", Le({3}) + Bytes{1, 0, 255}, "1 | 1,0,255 | 0", true}, {"bytes-", Le({0}), "1 |  | 0", true},
+      {"bytes", Le({0}) + Bytes{7}, "1 |  | 1"},          // nothing more read behind a count of 0
+      {"bytes", Le({3}) + Bytes{1, 0}, "0 | 9,0,0 | 2"},  // the array has its size, the read fails
+      {"bytes", Le({0x80000000}), "0 | 9 | 0"},           // a count no array can hold changes nothing
+      {"handles", Le({3}) + U64(16) + U64(0) + U64(32), "1 | 16,0,32 | 0", true},
+      {"handles", Le({3}) + U64(16) + U64(0), "0 | 16,0,0 | 0"}, {"handles", Le({0xFFFFFFFF}), "0 | 5 | 0"},
+      {"uint1", Bytes{3} + Le({1, 0xDEADBEEF, 0}), "1 | 1,3735928559,0 | 0", true},
+      {"uint2", Bytes{3, 0} + Le({1, 0xDEADBEEF, 0}), "1 | 1,3735928559,0 | 0", true},
+      {"uint4", Le({3, 1, 0xDEADBEEF, 0}), "1 | 1,3735928559,0 | 0", true},
+      {"uint0", Le({3, 1, 0xDEADBEEF, 0}), "1 | 1,3735928559,0 | 0", true},  // any other width is 32 bits
+      {"uint1+", Bytes{1} + Le({1, 0xDEADBEEF, 0}) + Bytes(1016, 0), "1 | 1 | 1024", true},  // 257 cut to 1
+      {"uint2", Bytes{3}, "0 | 5 | 1"}, {"uint4", Le({0xFFFFFFFF}), "0 | 5 | 0"},  // no count, a negative one
+      {"uint4", Le({3, 7}) + Bytes{1, 2}, "0 | 7,0,0 | 2"},
+      {"strings", Le({3}) + three, "1 | ab,,\xE4\xB8\xAD | 0", true},
+      {"strings3", three, "1 | ab,,\xE4\xB8\xAD | 0", true},  // no count written
+      {"strings", Le({0xFFFFFFFE}), "0 | p,q,r | 0"},
+      {"strings", Le({2}) + Str(u"a") + Bytes{2, 0, 0, 0, 'b', 0, 'c'}, "0 | a,q | 7"},  // the second is cut
+      {"strings1", Str(u"x"), "1 | x,q,r | 0"}, {"strings0", {}, "1 | p,q,r | 0"},  // a larger array stays
+      {"strings4", Str(u"w") + Str(u"x") + Str(u"y") + Str(u"z"), "1 | w,x,y,z | 0"},
+      {"map", Le({1}) + Str(u"k") + Str(u"v"), "0 |  | 16", true}, {"char", {}, "0 |  | 0", true},
+      {"char", Bytes{0x2D, 0x4E}, "20013 |  | 0"}, {"char", Bytes{0x41}, "0 |  | 0"},
   };
-  const Case cases[] = {
-      {1, {3}},
-      {2, {3, 0}},
-      {4, Le32(3)},
-      {0, Le32(3)},  // any other width is 32 bits
-  };
-  for (const Case& c : cases) {
-    MemoryOutput out;
-    CUtilityCalc::SerializeUIntArray(&out, items, c.width);
-    EXPECT_EQ(out.bytes, Cat({c.count, elements})) << c.width;
-
-    CUIntArray back;
-    MemoryInput in(out.bytes);
-    EXPECT_EQ(CUtilityCalc::DeserializeUIntArray(&in, back, c.width), 1) << c.width;
-    EXPECT_EQ(std::vector<UINT>(back.begin(), back.end()),
-              (std::vector<UINT>{1u, 0xDEADBEEFu, 0u}))
-        << c.width;
-    EXPECT_EQ(in.Remaining(), 0u) << c.width;
+  for (const auto& c : cases) {
+    const auto [written, shown] = Trip(c.kind, c.bytes);
+    EXPECT_EQ(shown, c.expected) << c.kind;
+    if (!c.sample) continue;
+    EXPECT_EQ(written, c.bytes) << c.kind;
+    EXPECT_EQ(Trip(std::string("!") + c.kind, {}), std::pair(Bytes{}, Trip(c.kind, {}).second)) << c.kind;
   }
-
-  CUIntArray empty;
-  MemoryOutput out;
-  CUtilityCalc::SerializeUIntArray(&out, empty, 4);
-  EXPECT_EQ(out.bytes, Le32(0));
-  CUIntArray back;
-  back.Add(5);
-  MemoryInput in(out.bytes);
-  EXPECT_EQ(CUtilityCalc::DeserializeUIntArray(&in, back, 4), 1);
-  EXPECT_TRUE(back.IsEmpty());
-}
-
-TEST(StreamHelpers, UIntArrayTooLargeForItsWidth) {
-  CUIntArray items;
-  items.SetSize(257);
-  MemoryOutput out;
-  CUtilityCalc::SerializeUIntArray(&out, items, 1);
-  // The count is cut to 1, yet all 257 elements follow.
-  EXPECT_EQ(out.bytes.size(), 1u + 257 * 4);
-  EXPECT_EQ(out.bytes[0], 1);
-  CUIntArray back;
-  MemoryInput in(out.bytes);
-  EXPECT_EQ(CUtilityCalc::DeserializeUIntArray(&in, back, 1), 1);
-  EXPECT_EQ(back.GetSize(), 1);  // and the rest cannot be read back
-  EXPECT_EQ(in.Remaining(), 256u * 4);
-}
-
-TEST(StreamHelpers, UIntArrayTruncated) {
-  CUIntArray back;
-  MemoryInput noCount(Bytes{3});
-  EXPECT_EQ(CUtilityCalc::DeserializeUIntArray(&noCount, back, 2), 0);
-  EXPECT_TRUE(back.IsEmpty());
-
-  MemoryInput shortIn(Cat({Le32(3), Le32(7), Bytes{1, 2}}));
-  EXPECT_EQ(CUtilityCalc::DeserializeUIntArray(&shortIn, back, 4), 0);
-  ASSERT_EQ(back.GetSize(), 3);
-  EXPECT_EQ(back[0], 7u);
-  EXPECT_EQ(back[1], 0u);
-}
-
-TEST(StreamHelpers, StringArrayWithAndWithoutCount) {
-  CStringArray items;
-  items.Add(CString(u"ab"));
-  items.Add(CString(u""));
-  items.Add(CString(u"\u4e2d"));
-  MemoryOutput counted;
-  CUtilityCalc::SerializeStringArray(&counted, items, 1);
-  EXPECT_EQ(counted.bytes,
-            Cat({Le32(3), StreamString(u"ab"), StreamString(u""), StreamString(u"\u4e2d")}));
-  MemoryOutput bare;
-  CUtilityCalc::SerializeStringArray(&bare, items, 0);
-  EXPECT_EQ(bare.bytes, Bytes(counted.bytes.begin() + 4, counted.bytes.end()));
-
-  CStringArray back;
-  back.Add(CString(u"old"));
-  MemoryInput in(counted.bytes);
-  EXPECT_EQ(CUtilityCalc::DeserializeStringArray(&in, back, -1), 1);
-  ASSERT_EQ(back.GetSize(), 3);
-  EXPECT_EQ(back[0], CString(u"ab"));
-  EXPECT_EQ(back[2], CString(u"\u4e2d"));
-}
-
-TEST(StreamHelpers, StringArrayGivenCountKeepsALargerArray) {
-  CStringArray back;
-  for (const char16_t* s : {u"1", u"2", u"3", u"4", u"5"}) back.Add(CString(s));
-  MemoryInput in(Cat({StreamString(u"x"), StreamString(u"y")}));
-  EXPECT_EQ(CUtilityCalc::DeserializeStringArray(&in, back, 2), 1);
-  ASSERT_EQ(back.GetSize(), 5);
-  EXPECT_EQ(back[0], CString(u"x"));
-  EXPECT_EQ(back[1], CString(u"y"));
-  EXPECT_EQ(back[2], CString(u"3"));
-
-  CStringArray grown;
-  MemoryInput one(StreamString(u"z"));
-  EXPECT_EQ(CUtilityCalc::DeserializeStringArray(&one, grown, 1), 1);
-  ASSERT_EQ(grown.GetSize(), 1);
-
-  MemoryInput nothing(Bytes{});
-  EXPECT_EQ(CUtilityCalc::DeserializeStringArray(&nothing, grown, 0), 1);  // nothing expected
-  EXPECT_EQ(grown.GetSize(), 1);
-}
-
-TEST(StreamHelpers, StringArrayFailures) {
-  CStringArray back;
-  back.Add(CString(u"keep"));
-  MemoryInput negative(Le32(0xFFFFFFFEu));
-  EXPECT_EQ(CUtilityCalc::DeserializeStringArray(&negative, back, -1), 0);
-  EXPECT_EQ(back.GetSize(), 1);
-  MemoryInput noCount(Bytes{1, 0});
-  EXPECT_EQ(CUtilityCalc::DeserializeStringArray(&noCount, back, -1), 0);
-  EXPECT_EQ(back.GetSize(), 1);
-
-  // The second string is cut: the array has its size, the first string.
-  MemoryInput shortIn(Cat({Le32(2), StreamString(u"a"), Cut(StreamString(u"bc"), 1)}));
-  EXPECT_EQ(CUtilityCalc::DeserializeStringArray(&shortIn, back, -1), 0);
-  ASSERT_EQ(back.GetSize(), 2);
-  EXPECT_EQ(back[0], CString(u"a"));
-  EXPECT_EQ(back[1], CString(u""));
-}
-
-TEST(StreamHelpers, MapStringToString) {
-  CMapStringToString map;
-  MemoryOutput empty;
-  CUtilityCalc::SerializeMapStringToString(map, &empty);
-  EXPECT_EQ(empty.bytes, Le32(0));
-
-  map[CString(u"k1")] = CString(u"v1");
-  map[CString(u"k2")] = CString(u"");
-  MemoryOutput out;
-  CUtilityCalc::SerializeMapStringToString(map, &out);
-  // Read back in the stream's order and compared with the map's walk.
-  MemoryInput in(out.bytes);
-  DWORD count = 0;
-  ASSERT_TRUE(in.ReadDWord(&count, 1));
-  EXPECT_EQ(count, 2u);
-  POSITION position = map.GetStartPosition();
-  while (position != nullptr) {
-    CString key;
-    CString value;
-    map.GetNextAssoc(position, key, value);
-    CString readKey;
-    CString readValue;
-    ASSERT_TRUE(in.ReadString(&readKey));
-    ASSERT_TRUE(in.ReadString(&readValue));
-    EXPECT_EQ(readKey, key);
-    EXPECT_EQ(readValue, value);
-  }
-  EXPECT_EQ(in.Remaining(), 0u);
-}
-
-TEST(StreamHelpers, ReadChar) {
-  struct Case {
-    Bytes bytes;
-    char16_t expected;
-  };
-  const Case cases[] = {
-      {{0x2D, 0x4E}, u'\u4e2d'},  // low byte first
-      {{0x41, 0x00, 0x42}, u'A'},
-      {{0x41}, 0},                // one byte only
-      {{}, 0},
-  };
-  for (const Case& c : cases) {
-    MemoryInput in(c.bytes);
-    EXPECT_EQ(CUtilityCalc::readChar(&in), c.expected) << c.bytes.size();
-  }
-  EXPECT_EQ(CUtilityCalc::readChar(nullptr), 0);
 }
 
 }  // namespace

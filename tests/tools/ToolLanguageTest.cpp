@@ -1,7 +1,5 @@
-// tests/tools/ToolLanguageTest.cpp: the tool's language interface has a
-// text for every number the library can ask for, in the forms the tool
-// relies on: error texts that take the expression behind a colon, parameter
-// help as an argument list in brackets.
+// tests/tools/ToolLanguageTest.cpp: the tool's language interface has a text for every number the
+// library can ask for, in the forms the tool relies on.
 #include "tools/ToolLanguage.h"
 
 #include <gtest/gtest.h>
@@ -9,64 +7,39 @@
 #include <string>
 
 #include "func/BuiltinTable.h"
+#include "tests/support/Text.h"
 
 namespace vkt::tool {
 namespace {
 
-std::u16string TextOf(int id) {
-  const char16_t* text = ToolLanguage::Find(id);
-  return text != nullptr ? std::u16string(text) : std::u16string();
-}
+using vkt::test::U;
 
-bool EndsWith(const std::u16string& text, std::u16string_view end) {
-  return text.size() >= end.size() && text.compare(text.size() - end.size(), end.size(), end) == 0;
-}
-
+// A category; a description that is a sentence; parameter help that is an argument list, or none (-1).
 TEST(ToolLanguage, EveryIdOfTheBuiltinTableHasItsText) {
   for (const func::BuiltinRow& row : func::kBuiltinRows) {
     const std::string name = CString(row.name).ToUtf8();
-    const std::u16string category = TextOf(row.nCategory);
-    const std::u16string description = TextOf(row.nDescId);
-    EXPECT_FALSE(category.empty()) << name;
-    EXPECT_TRUE(EndsWith(description, u".")) << name << ": a sentence";
-    EXPECT_EQ(description.find(u'%'), std::u16string::npos) << name;
-    if (row.nParamId > 0) {
-      const std::u16string params = TextOf(row.nParamId);
-      EXPECT_EQ(params.front(), u'(') << name << ": an argument list";
-      EXPECT_TRUE(EndsWith(params, u")")) << name << ": an argument list";
-    } else {
-      EXPECT_EQ(row.nParamId, -1) << name;
-    }
+    const std::u16string description = U(ToolLanguage::Find(row.nDescId));
+    const std::u16string params = U(ToolLanguage::Find(row.nParamId));
+    const char16_t* category = ToolLanguage::Find(row.nCategory);
+    EXPECT_TRUE(category != nullptr && *category != 0) << name;
+    EXPECT_TRUE(description.ends_with(u".") && description.find(u'%') == description.npos) << name;
+    EXPECT_TRUE(row.nParamId == -1 || (params.starts_with(u"(") && params.ends_with(u")"))) << name;
   }
 }
 
-TEST(ToolLanguage, ErrorTextsTakeTheExpressionBehindAColon) {
-  // The numbers the library reports; each takes the failing expression or
-  // call as "%s", so that the caret display puts it on a line of its own.
+TEST(ToolLanguage, ErrorTextsNamesAndUnknownNumbers) {
+  // Each error text takes the failing expression as its one "%s", behind a colon, for the caret display.
   for (int number : {1000, 1001, 1003, 1004, 1005, 1068, 1070}) {
-    const std::u16string text = TextOf(number);
-    EXPECT_TRUE(EndsWith(text, u": %s")) << number;
-    EXPECT_EQ(text.find(u'%'), text.size() - 2) << number << ": one %s and no other percent";
+    const std::u16string text = U(ToolLanguage::Find(number));
+    EXPECT_TRUE(text.ends_with(u": %s") && text.find(u'%') == text.size() - 2) << number;
   }
-  // 1072 is shown unformatted: a "%s" in it would be printed as it stands.
-  EXPECT_EQ(TextOf(1072), u"A function failed without saying why.");
-}
-
-TEST(ToolLanguage, CategoriesAreNamed) {
-  EXPECT_EQ(TextOf(1006), u"Control");
-  EXPECT_EQ(TextOf(1007), u"Mathematics and statistics");
-  EXPECT_EQ(TextOf(1008), u"Text, and numbers as text");
-  EXPECT_EQ(TextOf(1009), u"Date and time");
-}
-
-TEST(ToolLanguage, UnknownNumbersGetAPlaceholderAndTranslationKeepsText) {
   ToolLanguage language;
-  EXPECT_EQ(std::u16string(language.GetText(4242)), u"(text 4242)");
-  EXPECT_EQ(std::u16string(language.GetText(-1)), u"(text -1)");
-  EXPECT_EQ(std::u16string(language.GetText(1003)), u"Invalid expression or call: %s");
-  CString text(u"Host functions");
-  language.TranslateText(text);
-  EXPECT_EQ(text, u"Host functions");
+  const struct { int id; const char16_t* text; } texts[] = {
+      {1006, u"Control"}, {1007, u"Mathematics and statistics"}, {1008, u"Text, and numbers as text"},
+      {1009, u"Date and time"}, {1003, u"Invalid expression or call: %s"}, {4242, u"(text 4242)"},
+      {-1, u"(text -1)"}, {1072, u"A function failed without saying why."},  // shown unformatted: no "%s"
+  };
+  for (const auto& t : texts) EXPECT_EQ(U(language.GetText(t.id)), t.text) << t.id;
 }
 
 }  // namespace

@@ -1,9 +1,10 @@
-// tests/tools/VktcalcTest.cpp: the vktcalc binary as a user runs it: its
-// arguments, exit codes and exact output texts, a file of formulas,
-// standard input, bad input and the interactive mode on a terminal.
+// tests/tools/VktcalcTest.cpp: the vktcalc binary as a user runs it: its arguments, exit codes and
+// exact output texts with the caret display, a file of formulas, standard input and a terminal.
 #include <gtest/gtest.h>
 
+#include <cstdlib>
 #include <string>
+#include <tuple>
 #include <vector>
 
 #include "tests/tools/ToolRunner.h"
@@ -12,277 +13,142 @@ namespace vkt::test {
 namespace {
 
 struct ToolCase {
-  const char* name;
   std::vector<std::string> args;
-  int exitCode;
-  std::string out;
-  std::string err;
+  std::string out = {};  // standard output
+  std::string err = {};  // standard error
+  int code = 0;          // exit code
+  std::string in = {};   // standard input
 };
 
-void Check(const std::vector<ToolCase>& cases) {
+// Every row's exact output and exit code; no text id may go without its text anywhere.
+void Check(const std::vector<ToolCase>& cases, bool terminal = false) {
   for (const ToolCase& c : cases) {
-    const ToolResult r = RunTool(c.args);
-    EXPECT_EQ(r.exitCode, c.exitCode) << c.name;
-    EXPECT_EQ(r.out, c.out) << c.name;
-    EXPECT_EQ(r.err, c.err) << c.name;
+    const ToolResult r = RunTool(c.args, c.in, terminal);
+    EXPECT_EQ(std::tie(r.out, r.err, r.exitCode), std::tie(c.out, c.err, c.code))
+        << testing::PrintToString(c.args);
+    EXPECT_EQ((r.out + r.err).find("(text "), std::string::npos);
   }
 }
 
-const std::string kHelpHint = "Run vktcalc --help for the usage.\n";
+const std::string kHint = "\nRun vktcalc --help for the usage.\n";
+const std::string kNoName = " is not NAME=VALUE with a valid variable name" + kHint;
+const std::string kNoB1 = "vktcalc: no value for variable B1; give it one as B1=VALUE\n";
 
-TEST(VktcalcResults, Table) {
+TEST(Vktcalc, Results) {
+  setenv("VKTCALC_TEST_ENV", "it's here", 1);
   Check({
-      {"the README's formula", {"=A1+sum(B1,2)*3", "A1=5", "B1=3"}, 0, "20\n", ""},
-      {"without the =", {"1+2*3"}, 0, "7\n", ""},
-      {"exact decimals", {"0.1+0.2"}, 0, "0.3\n", ""},
-      {"a text result prints without quotes", {"\"a\"+\"b\""}, 0, "ab\n", ""},
-      {"division by zero", {"1/0"}, 0, "\xE2\x88\x9E\n", ""},
-      {"a quoted text value", {"A1", "A1='x y'"}, 0, "x y\n", ""},
-      {"an empty value is the empty text", {"A1", "A1="}, 0, "\n", ""},
-      // An expression takes the variable's place in the text as it stands.
-      {"an expression value", {"A1*2", "A1=1+2"}, 0, "5\n", ""},
-      {"a bracketed expression value", {"A1*2", "A1=(1+2)"}, 0, "6\n", ""},
-      {"a value that names another variable", {"A1", "A1=B1*2", "B1=4"}, 0, "8\n", ""},
-      {"a list is several arguments", {"sum(R)", "R=1,2,3"}, 0, "6\n", ""},
-      {"names match without case; the later wins", {"a1", "A1=1", "a1=7"}, 0, "7\n", ""},
-      {"the library answers @language", {"@language"}, 0, "0\n", ""},
-      {"if", {"if(A1>2, \"big\", \"small\")", "A1=3"}, 0, "big\n", ""},
-      {"-- before a formula that starts with a letter after -", {"--", "-A1", "A1=4"}, 0,
-       "-4\n", ""},
-      {"a formula that starts with -1 is no option", {"-1+2"}, 0, "1\n", ""},
-      {"options after the formula", {"A1", "A1=2", "--trace"}, 0, "trace: 2\n2\n", ""},
+      {{"=A1+sum(B1,2)*3", "A1=5", "B1=3"}, "20\n"}, {{"0.1+0.2"}, "0.3\n"},  // exact; the = may be left out
+      {{"\"a\"+\"b\""}, "ab\n"}, {{"1/0"}, "\xE2\x88\x9E\n"},  // a text prints without quotes
+      {{"A1", "A1='x y'"}, "x y\n"}, {{"A1", "A1="}, "\n"},  // an empty value is the empty text
+      {{"A1*2", "A1=1+2"}, "5\n"}, {{"A1*2", "A1=(1+2)"}, "6\n"},  // an expression goes in as it stands
+      {{"A1", "A1=B1*2", "B1=4"}, "8\n"}, {{"sum(R)", "R=1,2,3"}, "6\n"},  // a list is several arguments
+      {{"a1", "A1=1", "a1=7"}, "7\n"}, {{"--version"}, "vktcalc " VKTCALC_VERSION "\n"},  // the later wins
+      {{"--", "-A1", "A1=4"}, "-4\n"}, {{"-1+2"}, "1\n"},  // -1 starts no option
+      {{"clamp(15, 0, 10)"}, "10\n"}, {{"clamp(-1, 0.50, 10)"}, "0.5\n"},  // the library runs clamp's body
+      {{"env('VKTCALC_SURELY_UNSET')"}, "\n"}, {{"env('VKTCALC_SURELY_UNSET', 5)+1"}, "6\n"},  // the tool env
+      {{"env(\"VKTCALC_TEST_ENV\")+\"!\""}, "it's here!\n"},  // always a text, quotes kept
+      {{"A1", "A1=2", "--trace"}, "trace: 2\n2\n"},          // options after the formula
+      {{"--trace", "=A1+B1*2", "A1=5", "B1=3"}, "trace: 5+B1*2\ntrace: 5+3*2\n11\n"},
+      {{"--trace=values", "=A1+sum(B1,2)+clamp(9,0,1)+env('VKTCALC_SURELY_UNSET',0)", "A1=5", "B1=3"},
+       "trace: A1 = 5\ntrace: B1 = 3\ntrace: sum(3, 2) = 5\ntrace: clamp(9, 0, 1) = 1\n"
+       "trace: env('VKTCALC_SURELY_UNSET', 0) = 0\n11\n"},
   });
 }
 
-TEST(VktcalcHostFunctions, Table) {
+TEST(Vktcalc, ErrorsAndUsage) {
   Check({
-      // clamp is registered with a body that the library runs.
-      {"clamp above", {"clamp(15, 0, 10)"}, 0, "10\n", ""},
-      {"clamp below gives the bound's text", {"clamp(-1, 0.50, 10)"}, 0, "0.5\n", ""},
-      {"clamp inside", {"clamp(A1, 0, 10)*2", "A1=2.5"}, 0, "5\n", ""},
-      {"clamp with two arguments", {"clamp(1, 2)"}, 1, "",
-       "vktcalc: Invalid expression or call: clamp(1, 2)\n"},
-      {"clamp with low above high", {"clamp(1, 3, 2)"}, 1, "",
-       "vktcalc: Value out of range: clamp(1, 3, 2)\n"},
-      {"clamp of a word", {"clamp('x', 1, 2)"}, 1, "",
-       "vktcalc: Value out of range: clamp(x, 1, 2)\n"},
-      // env has no body: the library stops with run code 3 and the tool
-      // computes it.
-      {"env without a default", {"env('VKTCALC_SURELY_UNSET')"}, 0, "\n", ""},
-      {"env with a number default", {"env('VKTCALC_SURELY_UNSET', 5)+1"}, 0, "6\n", ""},
-      {"env without a name", {"env()"}, 1, "",
-       "vktcalc: env takes a name and an optional default: env(name, [default])\n"},
-  });
-
-  const ToolResult set = RunTool({"env(\"VKTCALC_TEST_ENV\")+\"!\""}, "",
-                                 {"VKTCALC_TEST_ENV=it's here"});
-  EXPECT_EQ(set.exitCode, 0);
-  EXPECT_EQ(set.out, "it's here!\n");  // always a text, quotes inside kept
-}
-
-TEST(VktcalcErrors, Table) {
-  Check({
-      {"syntax", {"=1+*2"}, 1, "", "vktcalc: Invalid expression or call:\n1+*2\n--^\n"},
-      {"two operands", {"1 2"}, 1, "", "vktcalc: Invalid expression or call:\n1 2\n--^\n"},
-      {"an open bracket", {"(1"}, 1, "", "vktcalc: Brackets do not match:\n(1\n^\n"},
-      {"digits before a name", {"12a"}, 1, "",
-       "vktcalc: A name cannot start with digits:\n12a\n--^\n"},
-      {"an invalid variable name", {"a%"}, 1, "", "vktcalc: Invalid variable name:\na%\n-^\n"},
-      {"a bad call", {"sum()"}, 1, "", "vktcalc: Invalid expression or call: sum()\n"},
-      {"a bad value", {"round(1, -1)"}, 1, "", "vktcalc: Value out of range: round(1, -1)\n"},
-      {"text minus text", {"\"a\"-\"b\""}, 1, "", "vktcalc: Invalid expression or call: 'a'-'b'\n"},
-      {"a value that breaks the formula", {"A1+1", "A1=1+"}, 1, "",
-       "vktcalc: Invalid expression or call:\n1++1\n--^\n(after the value of A1 was put in)\n"},
-      {"a variable that refers to itself", {"A1", "A1=A1+1"}, 1, "",
-       "vktcalc: gave up after 257 values: does a variable refer to itself?\n"},
-      {"the empty formula", {""}, 1, "", "vktcalc: the formula is empty\n"},
-      {"only an =", {" = "}, 1, "", "vktcalc: the formula is empty\n"},
-      {"a variable without a value", {"=A1+B1", "A1=1"}, 3, "",
-       "vktcalc: no value for variable B1; give it one as B1=VALUE\n"},
-      {"an unknown function", {"foo(1, 'a')"}, 4, "", "vktcalc: unknown function foo\n"},
+      {{"=1+*2"}, "", "vktcalc: Invalid expression or call:\n1+*2\n--^\n", 1},
+      {{"(1"}, "", "vktcalc: Brackets do not match:\n(1\n^\n", 1},
+      {{"12a"}, "", "vktcalc: A name cannot start with digits:\n12a\n--^\n", 1},
+      {{"a%"}, "", "vktcalc: Invalid variable name:\na%\n-^\n", 1},
+      {{"\"a\"-\"b\""}, "", "vktcalc: Invalid expression or call: 'a'-'b'\n", 1},
+      {{"A1+1", "A1=1+"}, "", "vktcalc: Invalid expression or call:\n1++1\n--^\n"
+                              "(after the value of A1 was put in)\n", 1},
+      {{"A1", "A1=A1+1"}, "", "vktcalc: gave up after 257 values: does a variable refer to itself?\n", 1},
+      {{""}, "", "vktcalc: the formula is empty\n", 1}, {{" = "}, "", "vktcalc: the formula is empty\n", 1},
+      {{"clamp(1, 2)"}, "", "vktcalc: Invalid expression or call: clamp(1, 2)\n", 1},
+      {{"clamp('x', 1, 2)"}, "", "vktcalc: Value out of range: clamp(x, 1, 2)\n", 1},
+      {{"env()"}, "", "vktcalc: env takes a name and an optional default: env(name, [default])\n", 1},
+      {{"=A1+B1", "A1=1"}, "", kNoB1, 3}, {{"--trace", "A1+B1", "A1=1"}, "trace: 1+B1\n", kNoB1, 3},
+      {{"foo(1, 'a')"}, "", "vktcalc: unknown function foo\n", 4},
+      {{"-A1"}, "", "vktcalc: unknown option -A1 (a formula that starts with - goes after --, or write it as "
+                    "=-A1)" + kHint, 2},
+      {{"1", "x y=3"}, "", "vktcalc: 'x y=3'" + kNoName, 2}, {{"1", "A1"}, "", "vktcalc: 'A1'" + kNoName, 2},
+      {{"1", "A1==2"}, "", "vktcalc: 'A1==2'" + kNoName, 2},
+      {{"-f"}, "", "vktcalc: -f needs a file name" + kHint, 2},
+      {{"1", "-f", "x"}, "", "vktcalc: -f cannot be combined with a formula, - or another -f" + kHint, 2},
+      {{"-f", "/nonexistent/formulas.txt"}, "", "vktcalc: cannot read /nonexistent/formulas.txt\n", 2},
   });
 }
 
-TEST(VktcalcUsage, Table) {
+// Each line of a file or standard input is computed, the first failure's code decides; a terminal prompts.
+TEST(Vktcalc, FilesStandardInputAndTerminal) {
+  const std::string formulas = "# A1=5, B1=3\n=A1+sum(B1,2)*3\n0.1+0.2\n\n  =\"x\"+A1\n=clamp(A1*3, 0, 10)\n"
+                               "=1+*2\n=if(A1>B1, \"A1 is larger\", \"B1\")\n=C1+1\n=nosuch(1)\nround(2.5,0)";
+  const std::string banner = "vktcalc " VKTCALC_VERSION ": one formula a line, NAME=VALUE sets a variable, "
+                             "quit or Ctrl-D ends.\n";
   Check({
-      {"an unknown option", {"--bogus"}, 2, "",
-       "vktcalc: unknown option --bogus (a formula that starts with - goes after --, or "
-       "write it as =--bogus)\n" + kHelpHint},
-      {"a formula that looks like an option", {"-A1"}, 2, "",
-       "vktcalc: unknown option -A1 (a formula that starts with - goes after --, or write "
-       "it as =-A1)\n" + kHelpHint},
-      {"not NAME=VALUE", {"1", "x y=3"}, 2, "",
-       "vktcalc: 'x y=3' is not NAME=VALUE with a valid variable name\n" + kHelpHint},
-      {"no = at all", {"1", "A1"}, 2, "",
-       "vktcalc: 'A1' is not NAME=VALUE with a valid variable name\n" + kHelpHint},
-      {"== is no assignment", {"1", "A1==2"}, 2, "",
-       "vktcalc: 'A1==2' is not NAME=VALUE with a valid variable name\n" + kHelpHint},
-      {"-f without a file", {"-f"}, 2, "", "vktcalc: -f needs a file name\n" + kHelpHint},
-      {"-f after a formula", {"1", "-f", "x"}, 2, "",
-       "vktcalc: -f cannot be combined with a formula, - or another -f\n" + kHelpHint},
-      {"a file that is not there", {"-f", "/nonexistent/formulas.txt"}, 2, "",
-       "vktcalc: cannot read /nonexistent/formulas.txt\n"},
-      {"--version", {"--version"}, 0, "vktcalc " VKTCALC_VERSION "\n", ""},
+      {{"-f", "/dev/stdin", "A1=5", "B1=3"}, "20\n0.3\nx5\n10\nA1 is larger\n3\n",
+       "/dev/stdin:7: Invalid expression or call:\n1+*2\n--^\n/dev/stdin:9: no value for variable C1; give "
+       "it one as C1=VALUE\n/dev/stdin:10: unknown function nosuch\n", 1, formulas},
+      {{"-", "A1=3"}, "2\n6\n0\n", "<stdin>:5: no value for variable X; give it one as X=VALUE\n", 3,
+       "\xEF\xBB\xBF" "1+1\r\n# a comment\n\n2*A1\n=X\nA1=2"},  // a BOM, CR LF; A1=2 compares
+      {{}, "2\n6\n", "", 0, "1+1\n2*3"}, {{}, "", "", 0, ""},
   });
+  Check({
+      {{"-", "A1=1"}, banner + "> > 11\n> error: Brackets do not match:\nsum(1,2\n-------^\n> error: no "
+       "value for variable X; give it one as X=VALUE\n> > > yes\n> error: Invalid expression or call:\n"
+       "x y=1\n--^\n> \n", "", 0,
+       "B1=5\n=B1*2+a1\nsum(1,2\nX\n\n# comment\nif(A1=1, \"yes\", \"no\")\nx y=1\n"},
+      {{}, banner + "> 2\n> ", "", 0, "1+1\nquit\n2+2\n"},  // quit ends the session
+  }, true);
 }
 
-TEST(VktcalcHelp, DocumentsUsageAndExitCodes) {
-  const ToolResult r = RunTool({"--help"});
-  EXPECT_EQ(r.exitCode, 0);
-  EXPECT_EQ(r.err, "");
-  EXPECT_EQ(r.out.rfind("Usage: vktcalc [OPTIONS] FORMULA [NAME=VALUE]...\n", 0), 0u);
-  for (const char* line : {
-           "  -f FILE ", "  --trace, --trace=steps\n", "  --trace=values ", "  --functions ",
-           "Exit codes:\n"
-           "  0  every formula was computed\n"
-           "  1  a formula has an error: it does not parse, or its calculation failed\n"
-           "  2  usage error: a bad option or argument, or a file that cannot be read\n"
-           "  3  a variable has no value\n"
-           "  4  a function is unknown, or has no body in this build\n"}) {
-    EXPECT_NE(r.out.find(line), std::string::npos) << line;
+// Texts too long to spell out: the pieces of standard output, then of standard error, in order; the
+// first starts its text and the last ends it, and no pieces means nothing was written.
+TEST(Vktcalc, HelpFunctionListAndBadBytes) {
+  const std::string bad = "\xFF\xFE\x80\n" + std::string(300, '(') + "1" + std::string(300, ')') + "\n" +
+                          std::string(100000, '1') + "\nsum(" + std::string(5000, '1') + ")\n";
+  using Pieces = std::vector<std::string>;
+  const struct { std::vector<std::string> args; std::string in; Pieces out, err; } cases[] = {
+      {{"--help"}, "", {"Usage: vktcalc [OPTIONS] FORMULA [NAME=VALUE]...\n", "  -f FILE ", "  --trace, "
+        "--trace=steps\n", "  --trace=values ", "  --functions ", "Exit codes:\n  0  every formula was "
+        "computed\n  1  a formula has an error: it does not parse, or its calculation failed\n  2  usage "
+        "error: a bad option or argument, or a file that cannot be read\n  3  a variable has no value\n  4 "
+        " a function is unknown, or has no body in this build\n", "others are computed all the same.\n"}, {}},
+      {{"--functions"}, "", {"Control\n  if(condition, then, else)\n", "\nMathematics and statistics\n",
+        "  rand()\n", "  sum(value, ...)\n      The sum of the arguments.\n", "\nText, and numbers as text\n",
+        "\nDate and time\n", "\nFunctions of this tool\n  clamp(value, low, high)\n      The value, or the "
+        "nearer bound when it lies outside low to high.\n  env(name, [default])\n      The value of an "
+        "environment variable, else the default, else empty.\n"}, {}},  // rand has no parameter help
+      {{"-"}, bad, {}, {"<stdin>:1: no value for variable \xEF\xBF\xBD\xEF\xBF\xBD\xEF\xBF\xBD; give it ",
+        "<stdin>:2: Invalid expression or call:\n(((", "\n<stdin>:3: Invalid variable name:\n111",
+        "\n<stdin>:4: Invalid variable name:\nsum(111", ")\n----^\n"}},  // too deep, too long, too long
+  };
+  for (const auto& c : cases) {
+    const ToolResult r = RunTool(c.args, c.in);
+    EXPECT_EQ(r.exitCode, c.err.empty() ? 0 : 3) << c.args[0];
+    for (const auto& [text, pieces] : {std::tie(r.out, c.out), std::tie(r.err, c.err)}) {
+      std::size_t at = 0;
+      for (const std::string& piece : pieces) {
+        const std::size_t found = text.find(piece, at);
+        EXPECT_TRUE(found != text.npos && (at > 0 || found == 0)) << c.args[0] << ": " << piece;
+        at = found == text.npos ? text.size() : found + piece.size();
+      }
+      EXPECT_EQ(at, text.size()) << c.args[0];
+    }
   }
 }
 
-TEST(VktcalcFunctions, ListsEveryCategoryWithUsageAndDescription) {
-  const ToolResult r = RunTool({"--functions"});
-  EXPECT_EQ(r.exitCode, 0);
-  EXPECT_EQ(r.err, "");
-  const std::string control =
-      "Control\n"
-      "  if(condition, then, else)\n"
-      "      The second argument when the condition is not zero, else the third.\n";
-  EXPECT_EQ(r.out.rfind(control, 0), 0u);
-  // The categories in the order of their ids, then the tool's own.
-  std::string::size_type at = 0;
-  for (const char* heading : {"\nMathematics and statistics\n", "\nText, and numbers as text\n",
-                              "\nDate and time\n", "\nFunctions of this tool\n"}) {
-    const std::string::size_type found = r.out.find(heading, at);
-    ASSERT_NE(found, std::string::npos) << heading;
-    at = found;
-  }
-  EXPECT_EQ(r.out.substr(at),
-            "\nFunctions of this tool\n"
-            "  clamp(value, low, high)\n"
-            "      The value, or the nearer bound when it lies outside low to high.\n"
-            "  env(name, [default])\n"
-            "      The value of an environment variable, else the default, else empty.\n");
-  // rand has no parameter help: its usage is written with empty brackets.
-  EXPECT_NE(r.out.find("  rand()"), std::string::npos);
-  EXPECT_NE(r.out.find("  sum(value, ...)\n      The sum of the arguments.\n"),
-            std::string::npos);
-  EXPECT_EQ(r.out.find("(text "), std::string::npos) << "an id without a text";
-}
-
-// A built-in without a body in this build reaches the tool as run code 3;
-// the tool says so. Which built-ins those are depends on the build, so the
-// test takes one from --functions and is skipped when every one has a body.
-TEST(VktcalcFunctions, BuiltinWithoutBodyIsReportedByName) {
+// A built-in without a body (from --functions; skipped when there is none) comes as run code 3, named.
+TEST(Vktcalc, BuiltinWithoutBodyIsReportedByName) {
   const std::string list = RunTool({"--functions"}).out;
-  const std::string::size_type mark = list.find("  [not in this build]");
+  const std::size_t mark = list.find("  [not in this build]");
   if (mark == std::string::npos) GTEST_SKIP() << "every built-in has a body";
-  const std::string::size_type start = list.rfind("\n  ", mark) + 3;
+  const std::size_t start = list.rfind("\n  ", mark) + 3;
   const std::string name = list.substr(start, list.find('(', start) - start);
-  const ToolResult r = RunTool({name + "(1)"});
-  EXPECT_EQ(r.exitCode, 4);
-  EXPECT_EQ(r.err, "vktcalc: the built-in function " + name +
-                       " has no body in this build of the library\n");
-}
-
-TEST(VktcalcTrace, StepsShowTheFormulaAfterEachValue) {
-  const ToolResult r = RunTool({"--trace", "=A1+B1*2", "A1=5", "B1=3"});
-  EXPECT_EQ(r.exitCode, 0);
-  EXPECT_EQ(r.out, "trace: 5+B1*2\ntrace: 5+3*2\n11\n");
-  EXPECT_EQ(r.err, "");
-}
-
-TEST(VktcalcTrace, ValuesShowVariablesAndFunctions) {
-  const ToolResult r =
-      RunTool({"--trace=values", "=A1+sum(B1,2)+clamp(9,0,1)+env('VKTCALC_SURELY_UNSET',0)",
-               "A1=5", "B1=3"});
-  EXPECT_EQ(r.exitCode, 0);
-  EXPECT_EQ(r.out,
-            "trace: A1 = 5\n"
-            "trace: B1 = 3\n"
-            "trace: sum(3, 2) = 5\n"
-            "trace: clamp(9, 0, 1) = 1\n"
-            "trace: env('VKTCALC_SURELY_UNSET', 0) = 0\n"
-            "11\n");
-}
-
-TEST(VktcalcTrace, FailedRunKeepsTheStepsSoFar) {
-  const ToolResult r = RunTool({"--trace", "A1+B1", "A1=1"});
-  EXPECT_EQ(r.exitCode, 3);
-  EXPECT_EQ(r.out, "trace: 1+B1\n");
-  EXPECT_EQ(r.err, "vktcalc: no value for variable B1; give it one as B1=VALUE\n");
-}
-
-TEST(VktcalcFile, EveryLineIsComputedAndTheFirstFailureDecides) {
-  const std::string file = ToolDataDir() + "/formulas.txt";
-  const ToolResult r = RunTool({"-f", file, "A1=5", "B1=3"});
-  EXPECT_EQ(r.exitCode, 1);  // line 7; the 3 of line 9 and the 4 of line 10 come later
-  EXPECT_EQ(r.out, "20\n0.3\nx5\n10\nA1 is larger\n3\n");
-  EXPECT_EQ(r.err, file + ":7: Invalid expression or call:\n1+*2\n--^\n" +
-                       file + ":9: no value for variable C1; give it one as C1=VALUE\n" +
-                       file + ":10: unknown function nosuch\n");
-}
-
-TEST(VktcalcStdin, DashAndTheDefaultReadStandardInput) {
-  const std::string input = "\xEF\xBB\xBF" "1+1\r\n# a comment\n\n2*A1\n=X\nA1=2";
-  const ToolResult r = RunTool({"-", "A1=3"}, input);
-  EXPECT_EQ(r.exitCode, 3);
-  EXPECT_EQ(r.out, "2\n6\n0\n");  // on standard input a line A1=2 compares
-  EXPECT_EQ(r.err, "<stdin>:5: no value for variable X; give it one as X=VALUE\n");
-
-  const ToolResult plain = RunTool({}, "1+1\n2*3");
-  EXPECT_EQ(plain.exitCode, 0);
-  EXPECT_EQ(plain.out, "2\n6\n");
-  const ToolResult empty = RunTool({}, "");
-  EXPECT_EQ(empty.exitCode, 0);
-  EXPECT_EQ(empty.out, "");
-}
-
-TEST(VktcalcStdin, BadBytesAndLongLinesDoNotCrash) {
-  std::string input = "\xFF\xFE\x80\n";
-  input += std::string(300, '(') + "1" + std::string(300, ')') + "\n";
-  input += std::string(100000, '1') + "\n";
-  input += "sum(" + std::string(5000, '1') + ")\n";
-  const ToolResult r = RunTool({"-"}, input);
-  EXPECT_EQ(r.exitCode, 3);  // the bad bytes read as a name nobody gave a value
-  EXPECT_EQ(r.out, "");
-  for (const char* start : {
-           "<stdin>:1: no value for variable ",
-           "\n<stdin>:2: Invalid expression or call:\n(((",  // nesting past the limit
-           "\n<stdin>:3: Invalid variable name:\n111",        // too many digits for a number
-           "\n<stdin>:4: Invalid variable name:\nsum(111"}) {
-    EXPECT_NE(r.err.find(start), std::string::npos) << start;
-  }
-}
-
-TEST(VktcalcInteractive, PromptsAndSetsVariables) {
-  const ToolResult r = RunToolOnTerminal(
-      {"-", "A1=1"}, "B1=5\n=B1*2+a1\nsum(1,2\nX\n\n# comment\nif(A1=1, \"yes\", \"no\")\nx y=1\n");
-  EXPECT_EQ(r.exitCode, 0);
-  EXPECT_EQ(r.out,
-            "vktcalc " VKTCALC_VERSION
-            ": one formula a line, NAME=VALUE sets a variable, quit or Ctrl-D ends.\n"
-            "> "                    // B1=5 sets a variable, quietly
-            "> 11\n"
-            "> error: Brackets do not match:\nsum(1,2\n-------^\n"
-            "> error: no value for variable X; give it one as X=VALUE\n"
-            "> "                    // empty line
-            "> "                    // comment
-            "> yes\n"
-            "> error: Invalid expression or call:\nx y=1\n--^\n"
-            "> \n");                // Ctrl-D
-}
-
-TEST(VktcalcInteractive, QuitEndsTheSession) {
-  const ToolResult r = RunToolOnTerminal({}, "1+1\nquit\n2+2\n");
-  EXPECT_EQ(r.exitCode, 0);
-  EXPECT_EQ(r.out,
-            "vktcalc " VKTCALC_VERSION
-            ": one formula a line, NAME=VALUE sets a variable, quit or Ctrl-D ends.\n"
-            "> 2\n> ");
+  Check({{{name + "(1)"}, "", "vktcalc: the built-in function " + name + " has no body in this build of the "
+                              "library\n", 4}});
 }
 
 }  // namespace
