@@ -1,23 +1,16 @@
-// tests/tree/TreeTestUtil.h: helpers for the tree tests: parse into an
-// owned tree, its expression text, and a compact picture of its shape.
-//
-// Shape(node) writes each node as its kind, ':' and its raw text for nodes
-// with text, and its children in brackets: `1(a+f(1))` parses to
-// "1[2[5:a 8:+ 3:f[4[6:1]]]]".
+// tests/tree/TreeTestUtil.h: what the tree tests share: a parse into an owned
+// tree, its written text, a picture of its shape, and a mode set for one scope.
 #pragma once
 
 #include <memory>
 #include <string>
 
-#include "CErrorCollector.h"
-#include "CUtilityCalc.h"
-#include "ICalcTreeNode.h"
+#include "VKTCalc.h"
+#include "tests/support/TestHost.h"
+#include "tests/support/Text.h"
 #include "tree/CCalcTreeNode.h"
 
 namespace vkt::test {
-
-inline std::string Utf8(const CString& text) { return text.ToUtf8(); }
-inline std::string Utf8(const char16_t* text) { return CString(text).ToUtf8(); }
 
 struct Parsed {
   std::unique_ptr<ICalcTreeNode> root;
@@ -33,43 +26,26 @@ inline std::unique_ptr<Parsed> ParseText(const char16_t* text) {
 inline std::u16string Expression(ICalcTreeNode* node) {
   CString out;
   node->GetExpression(out);
-  return std::u16string(out.View());
+  return U(out);
 }
 
-inline void AppendShape(std::string& out, ICalcTreeNode* node) {
-  out += static_cast<char>('0' + node->GetKind());
-  if (node->GetTextPtr()[0] != 0) {
-    out += ':';
-    out += Utf8(node->GetTextPtr());
-  }
-  const int count = node->GetChildCount();
-  if (count == 0) return;
-  out += '[';
-  for (int i = 0; i < count; ++i) {
-    if (i > 0) out += ' ';
-    AppendShape(out, node->GetChild(i));
-  }
-  out += ']';
-}
-
+// Kind, ':' and the text where there is one, children in brackets:
+// `1(a+f(1))` parses to "1[2[5:a 8:+ 3:f[4[6:1]]]]". Null gives "".
 inline std::string Shape(ICalcTreeNode* node) {
-  std::string out;
-  if (node != nullptr) AppendShape(out, node);
-  return out;
+  if (node == nullptr) return "";
+  std::string out(1, static_cast<char>('0' + node->GetKind()));
+  if (node->GetTextPtr()[0] != 0) out += ":" + Row(node->GetTextPtr());
+  for (int i = 0; i < node->GetChildCount(); ++i) out += (i == 0 ? "[" : " ") + Shape(node->GetChild(i));
+  return node->GetChildCount() > 0 ? out + "]" : out;
 }
 
-// Complex mode for one scope (it is on at load).
-class ComplexMode {
- public:
-  explicit ComplexMode(int on) : m_saved(CUtilityCalc::Calc_IsComplexEnabled()) {
-    CUtilityCalc::Calc_EnableComplex(on);
+// Complex mode (or, with the other pair, Chinese mode) set for one scope.
+struct ScopedMode : OnExit {
+  explicit ScopedMode(int on, int (*get)() = CUtilityCalc::Calc_IsComplexEnabled,
+                      void (*set)(int) = CUtilityCalc::Calc_EnableComplex)
+      : OnExit([set, saved = get()] { set(saved); }) {
+    set(on);
   }
-  ~ComplexMode() { CUtilityCalc::Calc_EnableComplex(m_saved); }
-  ComplexMode(const ComplexMode&) = delete;
-  ComplexMode& operator=(const ComplexMode&) = delete;
-
- private:
-  int m_saved;
 };
 
 }  // namespace vkt::test
