@@ -8,92 +8,54 @@
 
 namespace vkt::test {
 
-namespace {
-
-std::u16string Lower(std::u16string text) {
-  for (char16_t& c : text) {
-    if (c >= u'A' && c <= u'Z') c = static_cast<char16_t>(c - u'A' + u'a');
-  }
-  return text;
-}
-
-// strResult of code 3: the name and the arguments, a line each.
-std::vector<std::u16string> SplitLines(const std::u16string& text) {
-  std::vector<std::u16string> lines;
-  std::size_t start = 0;
-  for (;;) {
-    std::size_t end = text.find(u"\r\n", start);
-    if (end == std::u16string::npos) {
-      lines.push_back(text.substr(start));
-      return lines;
-    }
-    lines.push_back(text.substr(start, end - start));
-    start = end + 2;
-  }
-}
-
-}  // namespace
-
 FakeLanguage::FakeLanguage()
     : texts{
-          {1000, u"Invalid function name: %s"},
-          {1003, u"Syntax error: %s"},
-          {1004, u"Bad value: %s"},
-          {1005, u"Number and text mixed: %s"},
-          {1068, u"Invalid variable name: %s"},
-          {1070, u"Brackets don't match: %s"},
+          {1000, u"Invalid function name: %s"}, {1003, u"Syntax error: %s"},
+          {1004, u"Bad value: %s"},             {1005, u"Number and text mixed: %s"},
+          {1068, u"Invalid variable name: %s"}, {1070, u"Brackets don't match: %s"},
           {1072, u"Function failed"},
       } {}
 
 const char16_t* FakeLanguage::GetText(int nID) {
   auto it = texts.find(nID);
-  if (it != texts.end()) return it->second.c_str();
-  m_scratch.clear();
-  m_scratch.push_back(u'E');
-  for (char c : std::to_string(nID)) m_scratch.push_back(static_cast<char16_t>(c));
-  return m_scratch.c_str();
+  if (it != texts.end()) return it->second;
+  std::u16string& text = m_madeUp[nID];
+  text = u"E" + Num(nID);
+  return text.c_str();
 }
 
 void FakeLanguage::TranslateText(CString& text) { text.Insert(0, u"T:"); }
 
-ScopedFakeLanguage::ScopedFakeLanguage() { SetLggInterface(&language); }
+std::u16string RunOutcome::Summary() const {
+  const std::u16string kind = u"[" + Num(resultKind) + u"] ";
+  if (code == 0) return kind + value;
+  return kind + Num(code) + u" " + Num(error) + u": " + (code == 2 || code == 3 ? request : errorText);
+}
 
-ScopedFakeLanguage::~ScopedFakeLanguage() { SetLggInterface(nullptr); }
+std::u16string RunOutcome::Asked() const {
+  std::u16string text;
+  for (const std::u16string& item : asked) text += (text.empty() ? u"" : u",") + item;
+  return text;
+}
 
 bool TestHost::Answer(int code, const CString& request, CString& value, CTraceCollector* trace) {
-  if (code == 2) {
-    auto it = variables.find(Str(request));
-    if (it == variables.end()) return false;
-    value = CString(std::u16string_view(it->second));
-    if (trace != nullptr && traceAnswers) {
-      CString name(request);
-      trace->Var_Calced(name, value);
-    }
-    return true;
-  }
-
-  std::vector<std::u16string> lines = SplitLines(Str(request));
-  std::u16string name = lines.front();
-  lines.erase(lines.begin());
-  std::u16string answer;
-  auto fixed = functions.find(Lower(name));
-  if (fixed != functions.end()) {
-    answer = fixed->second;
-  } else if (!onFunction || !onFunction(name, lines, answer)) {
-    return false;
-  }
-  value = CString(std::u16string_view(answer));
-  if (trace != nullptr && traceAnswers) {
-    CString call(request);
-    trace->Func_Calced(call, value);
-  }
+  // Code 3 asks with the name and the arguments, a line each; functions go by the lower-cased name.
+  CString name = code == 3 && request.Find(u"\r\n") >= 0 ? request.Left(request.Find(u"\r\n")) : request;
+  if (code == 3) name.MakeLower();
+  const auto& answers = code == 2 ? variables : functions;
+  auto it = answers.find(U(name));
+  if (it == answers.end()) return false;
+  value = CString(std::u16string_view(it->second));
+  CString record(request);
+  if (trace != nullptr && traceAnswers && code == 2) trace->Var_Calced(record, value);
+  if (trace != nullptr && traceAnswers && code == 3) trace->Func_Calced(record, value);
   return true;
 }
 
 int TestHost::Drive(ICalc& calc, CalculatePara& para, RunOutcome* outcome) {
   int code = calc.Calculate(para);
   for (int round = 0; (code == 2 || code == 3) && round < maxRounds; ++round) {
-    if (outcome != nullptr) outcome->asked.push_back(Str(para.strResult));
+    if (outcome != nullptr) outcome->asked.push_back(U(para.strResult));
     CString value;
     if (!Answer(code, para.strResult, value, para.pTrace)) break;
     if (calc.SetNodeValue(para.pRoot, para.pCurrent, value, para.pError, para.pTrace) == 0) {
@@ -124,13 +86,13 @@ RunOutcome TestHost::Run(ICalc& calc, const char16_t* formula, CTraceCollector* 
     if (outcome.code == 0) {
       CString value;
       root->GetValue(value, 0, 0);
-      outcome.value = Str(value);
+      outcome.value = U(value);
     } else if (outcome.code == 2 || outcome.code == 3) {
-      outcome.request = Str(para.strResult);
+      outcome.request = U(para.strResult);
     }
   }
   outcome.error = errors.nError;
-  outcome.funcName = Str(errors.strFuncName);
+  outcome.funcName = U(errors.strFuncName);
   const char16_t* text = errors.GetErrorText(nullptr);
   if (text != nullptr) outcome.errorText = text;
   return outcome;
