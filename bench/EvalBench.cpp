@@ -1,14 +1,15 @@
 // bench/EvalBench.cpp: parse and evaluate the formulas a grid holds when no
 // cell is referenced: arithmetic with brackets, texts joined to numbers,
 // comparison and logic chains and a conditional, from 11 to 187 units. The
-// same set is parsed alone beside it, so the evaluation's share shows.
+// same set is parsed alone beside it, so the evaluation's share shows. The
+// runs go through the real calculator with the tests' host.
 #include <benchmark/benchmark.h>
 
 #include <iterator>
 #include <memory>
 
 #include "VKTCalc.h"
-#include "tests/support/EvalDriver.h"
+#include "tests/support/TestHost.h"
 
 namespace {
 
@@ -33,8 +34,28 @@ constexpr int kFormulaCount = static_cast<int>(std::size(kFormulas));
 
 int Length(const char16_t* text) { return CString(text).GetLength(); }
 
+// The language and the one manager the runs share, made before timing.
+struct Shared {
+  Shared() : manager(CFuncMnger::NewFuncMnger()), calc(NewCalc(manager, nullptr)) {}
+  ~Shared() { delete manager; }
+  vkt::test::ScopedFakeLanguage language;
+  CFuncMnger* manager;
+  std::unique_ptr<ICalc> calc;
+  vkt::test::TestHost host;
+};
+
+Shared& TheShared() {
+  static Shared shared;
+  return shared;
+}
+
+vkt::test::RunOutcome Run(const Formula& formula) {
+  Shared& shared = TheShared();
+  return shared.host.Run(*shared.calc, formula.text);
+}
+
 bool CheckOnce(benchmark::State& state, const Formula& formula) {
-  vkt::test::EvalRun run = vkt::test::Evaluate(formula.text);
+  vkt::test::RunOutcome run = Run(formula);
   if (run.code == 0 && run.value == formula.expected) return true;
   state.SkipWithError("a formula of the set does not give its value");
   return false;
@@ -43,9 +64,8 @@ bool CheckOnce(benchmark::State& state, const Formula& formula) {
 void BM_ParseEvaluate(benchmark::State& state) {
   const Formula& formula = kFormulas[state.range(0)];
   if (!CheckOnce(state, formula)) return;
-  vkt::test::EvalDriver driver;
   for (auto _ : state) {
-    vkt::test::EvalRun run = driver.Run(formula.text);
+    vkt::test::RunOutcome run = Run(formula);
     benchmark::DoNotOptimize(run);
   }
   state.SetLabel(std::to_string(Length(formula.text)) + " units");
@@ -69,10 +89,9 @@ BENCHMARK(BM_ParseOnly)->DenseRange(0, kFormulaCount - 1);
 void BM_ParseEvaluateMix(benchmark::State& state) {
   for (const Formula& formula : kFormulas)
     if (!CheckOnce(state, formula)) return;
-  vkt::test::EvalDriver driver;
   for (auto _ : state) {
     for (const Formula& formula : kFormulas) {
-      vkt::test::EvalRun run = driver.Run(formula.text);
+      vkt::test::RunOutcome run = Run(formula);
       benchmark::DoNotOptimize(run);
     }
   }

@@ -49,9 +49,7 @@ bool FailAt(std::size_t n, Call call) {
 
 // After a failed first build of the catalogue the next manager finishes it (names, bodies attached
 // last). Each N in a child process: the catalogue is unbuilt while this case runs first.
-// Fault: a failure once LoadSortedBuf has stored a name (func/BuiltinTable.cpp:157) or while the
-// parameter kinds are added (:162) leaves the pool non-empty, and the build is never finished.
-TEST(AllocCatalogue, DISABLED_AFailedFirstBuildIsFinishedByTheNextManager) {
+TEST(AllocCatalogue, AFailedFirstBuildIsFinishedByTheNextManager) {
   for (int n = 1, status = 0;; ++n) {
     const pid_t child = fork();
     if (child == 0) {
@@ -114,7 +112,7 @@ constexpr Case kTrees[] = {{"parse", &Parse, u"sum(A1,(B1+2)*3,max(1,-2.5))+\"a 
                            {"calculation", &Calculate, u"15|0", 100}};
 // Leaks: the argument node of tree/Parser.cpp:332 when AddChild (:334) throws; the nodes pending in
 // DestroyNodes (tree/CCalcTreeNode.cpp:32) when its push_back throws.
-TEST(Alloc, DISABLED_ParseAndCalculationFailCleanly) { WalkEach(kTrees); }
+TEST(Alloc, ParseAndCalculationFailCleanly) { WalkEach(kTrees); }
 
 constexpr Case kNumbers[] = {
     {"long division", [] { return Gmp(u"12345678901234567890123456789012345678901234567890.123456789",
