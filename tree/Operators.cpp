@@ -35,7 +35,20 @@ bool UnitHas(char16_t c, unsigned char bit) { return c < 128 && (kUnitClasses.bi
 
 }  // namespace
 
+// The longest spelling: longer tokens (most names and numbers) are no
+// operator, without a look at the table.
+constexpr int kLongestSpelling = [] {
+  int longest = 0;
+  for (const OperatorInfo& op : kOperators) {
+    int n = 0;
+    while (op.spelling[n] != 0) ++n;
+    longest = n > longest ? n : longest;
+  }
+  return longest;
+}();
+
 const OperatorInfo* FindOperator(const CString& token) {
+  if (token.IsEmpty() || token.GetLength() > kLongestSpelling) return nullptr;
   for (const OperatorInfo& op : kOperators)
     if (Matches(token, op.spelling, op.word)) return &op;
   return nullptr;

@@ -1,192 +1,75 @@
-// tests/foundation/CBufferTest.cpp: the terminator after every change, text
-// storage, byte deletion, growth hints and the UTF-8 conversions.
+// Tests of CBuffer and CStringBuilder: the terminator after every change, edits, pages, UTF-8 both ways.
 #include "foundation/CBuffer.h"
-
 #include <gtest/gtest.h>
-
+#include <algorithm>
+#include <cstring>
+#include <functional>
 #include <string>
-
-namespace {
-
-std::string Bytes(CBuffer& b) {
-  return std::string(reinterpret_cast<const char*>(b.GetBuf()), static_cast<std::size_t>(b.GetSize()));
+#include "foundation/CStringBuilder.h"
+#include "tests/support/Text.h"
+using vkt::test::U;
+BYTE* Bytes(const char* text) { return reinterpret_cast<BYTE*>(const_cast<char*>(text)); }
+std::string Content(CBuffer& b) {  // zero bytes shown as '_'
+  std::string text(reinterpret_cast<const char*>(b.GetStr()), static_cast<std::size_t>(b.GetSize()));
+  std::replace(text.begin(), text.end(), '\0', '_');
+  return text;
 }
-
-std::u16string Text(CBuffer& b) {
-  return std::u16string(b.GetStr(), static_cast<std::size_t>(b.GetSize() / 2));
+bool Terminated(CBuffer& b) {  // two zero bytes behind the content, three behind an odd count
+  const int need = b.nSize % 2 ? 3 : 2;
+  return b.pBuf != nullptr && b.nAlloc >= b.nSize + need &&
+         std::all_of(b.pBuf + b.nSize, b.pBuf + b.nSize + need, [](BYTE x) { return x == 0; });
 }
-
-// The zero bytes behind the content: two, three for an odd size, inside the
-// block.
-::testing::AssertionResult Terminated(CBuffer& b) {
-  int need = b.nSize % 2 == 0 ? 2 : 3;
-  if (b.pBuf == nullptr) return ::testing::AssertionFailure() << "no block";
-  if (b.nAlloc < b.nSize + need) return ::testing::AssertionFailure() << "no room, alloc " << b.nAlloc;
-  for (int i = 0; i < need; ++i)
-    if (b.pBuf[b.nSize + i] != 0)
-      return ::testing::AssertionFailure() << "byte " << b.nSize + i << " is " << int(b.pBuf[b.nSize + i]);
-  return ::testing::AssertionSuccess();
-}
-
-BYTE* B(const char* text) { return reinterpret_cast<BYTE*>(const_cast<char*>(text)); }
-
-TEST(CBuffer, TerminatedAfterEveryChange) {
-  CBuffer b(1024);
-  EXPECT_TRUE(Terminated(b));
-  EXPECT_EQ(std::u16string(b.GetStr()), u"");
-  b.Add(static_cast<WORD>(u'a'));
-  EXPECT_TRUE(Terminated(b));
-  b.Add(static_cast<BYTE>('x'));  // odd size
-  EXPECT_TRUE(Terminated(b));
-  b.Add(static_cast<BYTE>('y'));
-  EXPECT_TRUE(Terminated(b));
-  b.Set(u"hello");
-  EXPECT_TRUE(Terminated(b));
-  b.Insert(B("\0\0"), 0, 2);
-  EXPECT_TRUE(Terminated(b));
-  b.DeleteBytes(0, 2);
-  EXPECT_EQ(Text(b), u"hello");
-  EXPECT_TRUE(Terminated(b));
-  b.Set(u"hi");  // shorter text: the old units behind it are cleared
-  EXPECT_EQ(std::u16string(b.GetStr()), u"hi");
-  EXPECT_TRUE(Terminated(b));
-  b.Clear();
-  EXPECT_EQ(b.GetSize(), 0);
-  EXPECT_TRUE(Terminated(b));
-
-  // A text that fills exactly one page still gets its terminator.
-  std::u16string page(2048, u'p');
-  b.Set(page.c_str());
-  EXPECT_EQ(b.GetSize(), 4096);
-  EXPECT_TRUE(Terminated(b));
-  b.Trim();
-  EXPECT_TRUE(Terminated(b));
-  EXPECT_EQ(b.nAlloc, 8192);
-
-  CMem other;
-  other.Add(B("abcd"), 4);
-  b.MoveIn(&other);  // a plain block without room is given its terminator
-  EXPECT_EQ(Bytes(b), "abcd");
-  EXPECT_TRUE(Terminated(b));
-
-  b.Empty();
-  EXPECT_EQ(std::u16string(b.GetStr()), u"");  // no block, still a string
-}
-
-TEST(CBuffer, TextStoreAndAdd) {
-  CBuffer b;
-  CString with(u"a\0b", 3);
-  b.SetText(with);
-  EXPECT_EQ(b.GetSize(), 6);  // the NUL unit is content
-  b.Set(with);
-  EXPECT_EQ(b.GetSize(), 6);
-  b.Set(static_cast<const char16_t*>(nullptr));
-  EXPECT_EQ(b.GetSize(), 0);
-
-  b.AddText(u"abcdef", 3);
-  b.AddText(u"XY");
-  b.AddText(static_cast<const char16_t*>(nullptr));
-  CString tail(u"!");
-  b.AddText(tail);
-  b.Add(u'?');
-  EXPECT_EQ(Text(b), u"abcXY!?");
-  EXPECT_TRUE(Terminated(b));
-
-  // Storing the buffer's own text, shifted, must not read freed memory.
-  b.Set(b.GetStr() + 2);
-  EXPECT_EQ(Text(b), u"cXY!?");
-
+// One call on a builder holding `text`: what it gives and the bytes after it (null: not compared), always
+// terminated.
+struct Case { const char16_t* text; std::function<int(CStringBuilder&)> call; int result; const char* out; };
+const Case kCalls[] = {
+    {u"", [](auto& b) { return b.Add(WORD{u'a'}) && b.Add(u'?') && b.Add(BYTE{'x'}); }, 1, "a_?_x"},
+    {u"hello", [](auto& b) { return b.Insert(Bytes("\0"), 0, 2) && b.DeleteBytes(0, 2); }, 1, "h_e_l_l_o_"},
+    {u"hello", [](auto& b) { return b.Set(u"hi") && U(b.GetStr()) == u"hi"; }, 1, "h_i_"},  // rest zeroed
+    {u"hi", [](auto& b) { b.Clear(); return b.GetStr()[0] + 0; }, 0, ""},
+    {u"hi", [](auto& b) { CMem m; m.Add(Bytes("abcd"), 4); return b.MoveIn(&m) + m.GetSize(); }, 1, "abcd"},
+    {u"", [](auto& b) { return b.MoveIn(reinterpret_cast<BYTE*>(strdup("ab")), 3); }, 1, "ab_"},  // no room
+    {u"", [](auto& b) { CString s(u"a\0b", 3); return b.SetText(s) + b.Set(s); }, 2, "a___b_"},
+    {u"ab", [](auto& b) { return b.Set(static_cast<const char16_t*>(nullptr)); }, 1, ""},
+    {u"", [](auto& b) { CString t(u"!"); return b.AddText(u"ab", 1) && b.AddText(u"XY") && b.AddText(t); }, 1,
+     "a_X_Y_!_"},
+    {u"a", [](auto& b) { return b.AddText(nullptr) + b.AddText(nullptr, 1); }, 1, "a_"},
+    {u"abcXY", [](auto& b) { return b.Set(b.GetStr() + 2); }, 1, "c_X_Y_"},  // its own text, shifted
+    {u"abc", [](auto& b) { return b.DeleteBytes(2, 0) + b.DeleteBytes(0, 2); }, 1, "b_c_"},
+    {u"abc", [](auto& b) { return b.DeleteBytes(1, 1); }, 1, "ab_c_"},  // odd: three zero bytes behind
+    {u"abc", [](auto& b) { return b.DeleteBytes(4, 99); }, 1, "a_b_"},  // the count is cut at the end
+    {u"abc", [](auto& b) { return b.DeleteBytes(6, 1) + b.DeleteBytes(-1, 2); }, 0, "a_b_c_"},
+    {u"", [](auto& b) { return b.Set(std::u16string(2048, u'p').c_str()), b.Trim(), b.nAlloc; }, 8192,
+     nullptr},  // a page of units still gets its terminator
+    {u"", [](auto& b) { b.SetGrowBy(16384); return b.AddText(std::u16string(2049, u'g').c_str()), b.nAlloc; },
+     4096 + 16384, nullptr},  // one unit more than a page holds
+    {u"A\u4e2d\U0001F600", [](auto& b) { return b.UTF16ToUTF8(); }, 1, "A\xE4\xB8\xAD\xF0\x9F\x98\x80"},
+    {u"a\xD800", [](auto& b) { return b.UTF16ToUTF8(); }, 1, "a\xEF\xBF\xBD"},  // a lone surrogate
+    {u"\xDC00x", [](auto& b) { return b.UTF16ToAnsi(); }, 1, "\xEF\xBF\xBDx"},
+    {u"", [](auto& b) { return b.Set(Bytes("\xE4\xB8\xAD\xF0\x9F\x98\x80"), 7) && b.UTF8ToUTF16(); }, 1,
+     "-N=\xD8_\xDE"},  // U+4E2D, then U+1F600 as a pair
+    {u"", [](auto& b) { return b.Set(Bytes("a\xFF" "b"), 3) && b.UTF8ToUTF16(); }, 1, "a_\xFD\xFF" "b_"},
+    {u"", [](auto& b) { return b.Set(Bytes("\xE4\xB8z"), 3) && b.UTF8ToUTF16(); }, 1, "\xFD\xFFz_"},
+    {u"", [](auto& b) { return b.Set(Bytes("\xC0\x80"), 2) && b.UTF8ToUTF16(); }, 1, "\xFD\xFF\xFD\xFF"},
+    {u"a", [](auto& b) { CString w(u"b"), e; return b.Append(w) && b.Append(e); }, 1, "a_b_"},
+    {u"", [](auto& b) { CString o; b.Append(WORD{0}); b.Append(u"z"); b.GetStr(o); return o.GetLength(); }, 2,
+     "__z_"},  // a NUL unit is content
+    {u"z", [](auto& b) { return b.Append(nullptr); }, 1, "z_"},
+};
+TEST(CBuffer, CallTable) {
+  for (const Case& c : kCalls) {
+    CStringBuilder b(512);
+    ASSERT_TRUE(Terminated(b) && b.Set(c.text) && Terminated(b));
+    EXPECT_EQ(c.call(b), c.result) << vkt::test::Row(c.text) << " -> " << (c.out ? c.out : "");
+    if (c.out) { EXPECT_EQ(Content(b), c.out) << vkt::test::Row(c.text); }
+    EXPECT_TRUE(Terminated(b)) << vkt::test::Row(c.text);
+  }
   CBufferEx ex(1024);
-  CString value(u"42");
-  CBuffer* base = &ex;
-  EXPECT_EQ(base->SetText(value), 1);
-  EXPECT_EQ(std::u16string(ex.GetStr()), u"42");
+  ex.Empty();
+  EXPECT_TRUE(ex.pBuf == nullptr && U(ex.GetStr()) == u"");  // no block, still a string
+  CStringBuilder b;
+  CString text;
+  for (int i = 0; i < 3000; ++i) static_cast<CWriter&>(b).Append(u"ab");
+  b.GetStr(text);
+  EXPECT_TRUE(text.GetLength() == 6000 && text.Remove(u'a') == 3000 && text == CString(u'b', 3000));
 }
-
-struct DeleteCase {
-  int pos;
-  int count;
-  int result;
-  const char* expected;
-};
-
-constexpr DeleteCase kDelete[] = {
-    {0, 2, 1, "cdef"}, {2, 2, 1, "abef"}, {4, 99, 1, "abcd"},  // cut at the end
-    {6, 1, 0, "abcdef"},   // at the end: nothing to delete
-    {-1, 2, 0, "abcdef"}, {2, 0, 0, "abcdef"}, {2, -3, 0, "abcdef"},
-};
-
-TEST(CBuffer, DeleteBytesTable) {
-  for (const DeleteCase& c : kDelete) {
-    CBuffer b;
-    b.Add(B("abcdef"), 6);
-    EXPECT_EQ(b.DeleteBytes(c.pos, c.count), c.result) << c.pos << "," << c.count;
-    EXPECT_EQ(Bytes(b), c.expected) << c.pos << "," << c.count;
-    EXPECT_TRUE(Terminated(b)) << c.pos << "," << c.count;
-  }
-}
-
-TEST(CBuffer, GrowthHint) {
-  CBuffer b(1024);
-  b.SetGrowBy(16384);
-  std::u16string text(2049, u'g');  // one unit more than a page holds
-  b.AddText(text.c_str());
-  EXPECT_EQ(b.nAlloc, 4096 + 16384);
-  EXPECT_EQ(Text(b), text);
-  EXPECT_TRUE(Terminated(b));
-}
-
-struct ToUtf8Case {
-  std::u16string wide;
-  std::string utf8;
-};
-
-const ToUtf8Case kToUtf8[] = {
-    {u"", ""},
-    {u"A", "A"},
-    {u"\u00e9", "\xC3\xA9"},
-    {u"\u4e2d", "\xE4\xB8\xAD"},
-    {u"\U0001F600", "\xF0\x9F\x98\x80"},                      // a surrogate pair gives 4 bytes
-    {std::u16string(1, char16_t(0xD800)), "\xEF\xBF\xBD"},    // lone high surrogate
-    {std::u16string(1, char16_t(0xDC00)) + u"x", "\xEF\xBF\xBDx"},  // lone low surrogate
-};
-
-TEST(CBuffer, Utf16ToUtf8Table) {
-  for (const ToUtf8Case& c : kToUtf8) {
-    CBuffer b;
-    b.AddText(c.wide.data(), static_cast<int>(c.wide.size()));
-    ASSERT_EQ(b.UTF16ToUTF8(), 1);
-    EXPECT_EQ(Bytes(b), c.utf8) << testing::PrintToString(c.utf8);
-    EXPECT_TRUE(Terminated(b));
-    EXPECT_EQ(std::string(reinterpret_cast<const char*>(b.GetBuf())), c.utf8);
-  }
-  CBuffer one;
-  one.Add(static_cast<WORD>(0x4E2D));
-  one.UTF16ToAnsi();
-  EXPECT_EQ(one.GetSize(), 3);
-  EXPECT_EQ(Bytes(one), "\xE4\xB8\xAD");
-}
-
-const ToUtf8Case kFromUtf8[] = {
-    {u"\u4e2d", "\xE4\xB8\xAD"},
-    {u"\U0001F600", "\xF0\x9F\x98\x80"},
-    {u"a\uFFFDb", "a\xFF" "b"},        // a byte that never starts a sequence
-    {u"\uFFFD", "\xE4\xB8"},           // truncated at the end
-    {u"\uFFFDz", "\xE4\xB8z"},         // truncated before an ASCII byte
-    {u"\uFFFD", "\xE0\x80\x80"},       // overlong: one for the sequence
-    {u"\uFFFD\uFFFD", "\xC0\x80"},     // C0 never leads: each byte stands alone
-    {u"\uFFFD", "\xED\xA0\x80"},       // an encoded surrogate
-    {u"\uFFFD\uFFFD", "\x80\x80"},     // stray continuation bytes, one each
-};
-
-TEST(CBuffer, Utf8ToUtf16Table) {
-  for (const ToUtf8Case& c : kFromUtf8) {
-    CBuffer b;
-    b.Add(B(c.utf8.c_str()), static_cast<int>(c.utf8.size()));
-    ASSERT_EQ(b.UTF8ToUTF16(), 1);
-    EXPECT_EQ(Text(b), c.wide) << testing::PrintToString(c.utf8);
-    EXPECT_TRUE(Terminated(b));
-  }
-}
-
-}  // namespace
