@@ -12,10 +12,12 @@ bool Matches(const CString& text, const char16_t* spelling, bool anyCase) {
 }
 
 // For each ASCII unit, bit 1 when it spells part of an arithmetic operator,
-// bit 2 for a comparison: built from the table at compile time, since the
-// scanner asks for every unit of a formula.
+// bit 2 for a comparison, bit 4 when doubled it spells a logical one: built
+// from the table at compile time, since the scanner asks for every unit of
+// a formula.
 constexpr unsigned char kArithmeticBit = 1;
 constexpr unsigned char kComparisonBit = 2;
+constexpr unsigned char kDoubledLogicalBit = 4;
 
 struct UnitClasses {
   unsigned char bits[128] = {};
@@ -26,6 +28,9 @@ struct UnitClasses {
                                 : op.cls == OperatorClass::Comparison ? kComparisonBit
                                                                       : 0;
       for (const char16_t* p = op.spelling; *p != 0; ++p) bits[*p] |= bit;
+      const char16_t* t = op.spelling;
+      if (op.cls == OperatorClass::Logical && t[0] != 0 && t[1] == t[0] && t[2] == 0)
+        bits[t[0]] |= kDoubledLogicalBit;
     }
   }
 };
@@ -80,5 +85,7 @@ bool IsLogicalCode(unsigned char code) {
 bool IsSingleOperatorUnit(char16_t c) { return UnitHas(c, kArithmeticBit); }
 
 bool IsComparisonUnit(char16_t c) { return UnitHas(c, kComparisonBit); }
+
+bool IsDoubledLogicalUnit(char16_t c) { return UnitHas(c, kDoubledLogicalBit); }
 
 }  // namespace vkt

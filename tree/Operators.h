@@ -90,5 +90,8 @@ bool IsLogicalCode(unsigned char code);
 // token (+ - * /), and those that combine into a comparison (= > <).
 bool IsSingleOperatorUnit(char16_t c);
 bool IsComparisonUnit(char16_t c);
+// Units that, doubled, spell a logical operator ("&&", "||"). The scanner
+// reads them as word units, so the parser pads such pairs with blanks first.
+bool IsDoubledLogicalUnit(char16_t c);
 
 }  // namespace vkt

@@ -49,9 +49,16 @@ class QuotedRanges {
 // one, since "&" and "|" are word characters to the scanner. The start of
 // the text counts as a blank before, the end as one behind. Only texts of
 // three units or more; false when nothing changed.
+bool IsDoubledPairAt(const CString& text, int i) {
+  return IsDoubledLogicalUnit(text[i]) && text[i + 1] == text[i];
+}
+
 bool PadLogicOperators(CString& text, const QuotedRanges& quoted) {
   const int length = text.GetLength();
-  if (length < 3 || (text.Find(u"&&") < 0 && text.Find(u"||") < 0)) return false;
+  if (length < 3) return false;
+  int first = 0;
+  while (first < length - 1 && !IsDoubledPairAt(text, first)) ++first;
+  if (first == length - 1) return false;  // no pair: the common case, no copy
   std::u16string padded;
   padded.reserve(static_cast<std::size_t>(length) + 16);
   bool changed = false;
@@ -61,7 +68,7 @@ bool PadLogicOperators(CString& text, const QuotedRanges& quoted) {
   // original's coordinates.
   while (i < length - 1) {
     const char16_t c = text[i];
-    const bool pair = (c == u'&' || c == u'|') && text[i + 1] == c;
+    const bool pair = IsDoubledPairAt(text, i);
     if (!pair) {
       padded.push_back(c);
       ++i;
