@@ -151,10 +151,11 @@ void BuildRecords(ProcessStateData& state, int& records) {
     // can reach: it is never compared while a probe stays below the high
     // bound, and the empty name sorts first, far from it.
     const int units = static_cast<int>(std::u16string_view(source.name).size()) + 1;
-    names.AddText(source.name, units);
+    if (names.AddText(source.name, units) == 0) vkt::platform::ThrowOutOfMemory();
   }
   // The pool lower-cases its copy; the records keep the mixed-case names.
-  state.funcNames.LoadSortedBuf(names, 1, nullptr);
+  if (state.funcNames.LoadSortedBuf(names, 1, nullptr) == 0 || state.funcNames.GetSize() < kBuiltinCount)
+    vkt::platform::ThrowOutOfMemory();
 
   for (int row = 0; row < kBuiltinCount; ++row) {
     CFuncInfo* info = infos[row];

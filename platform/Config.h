@@ -4,6 +4,7 @@
 
 #include <cstdio>
 #include <cstdlib>
+#include <new>
 
 // VKTCALC_ASSERT checks our own invariants. It aborts in debug and sanitizer
 // builds (NDEBUG unset); in release the code after it still takes a safe path.
@@ -19,3 +20,13 @@
 #else
 #define VKTCALC_ASSERT(cond) ((void)0)
 #endif
+
+namespace vkt::platform {
+
+// Turns a failure that a lower layer reports as a result (a foundation
+// buffer that could not grow answers 0) into exhausted memory, the one
+// exception the library lets through: for code that must not go on with
+// half a result.
+[[noreturn]] inline void ThrowOutOfMemory() { throw std::bad_alloc(); }
+
+}  // namespace vkt::platform
