@@ -1,42 +1,21 @@
 // tree/Operators.cpp: lookups over the operator table. The table is short
 // and fixed, so a linear search by text or code is as fast as anything
-// cleverer; only the scanner's per-unit test gets a precomputed map.
+// cleverer; the scanner's per-unit tests are inline in the header.
 #include "tree/Operators.h"
 
 namespace vkt {
 
 namespace {
 
+char16_t FoldAscii(char16_t c) { return c >= u'A' && c <= u'Z' ? static_cast<char16_t>(c + 32) : c; }
+
+// The first unit decides most misses cheaply; words are spelled in lower
+// case in the table.
 bool Matches(const CString& text, const char16_t* spelling, bool anyCase) {
+  const char16_t first = text.GetString()[0];
+  if ((anyCase ? FoldAscii(first) : first) != spelling[0]) return false;
   return anyCase ? text.CompareNoCase(spelling) == 0 : text == spelling;
 }
-
-// For each ASCII unit, bit 1 when it spells part of an arithmetic operator,
-// bit 2 for a comparison, bit 4 when doubled it spells a logical one: built
-// from the table at compile time, since the scanner asks for every unit of
-// a formula.
-constexpr unsigned char kArithmeticBit = 1;
-constexpr unsigned char kComparisonBit = 2;
-constexpr unsigned char kDoubledLogicalBit = 4;
-
-struct UnitClasses {
-  unsigned char bits[128] = {};
-  constexpr UnitClasses() {
-    for (const OperatorInfo& op : kOperators) {
-      if (op.word) continue;
-      const unsigned char bit = op.cls == OperatorClass::Arithmetic   ? kArithmeticBit
-                                : op.cls == OperatorClass::Comparison ? kComparisonBit
-                                                                      : 0;
-      for (const char16_t* p = op.spelling; *p != 0; ++p) bits[*p] |= bit;
-      const char16_t* t = op.spelling;
-      if (op.cls == OperatorClass::Logical && t[0] != 0 && t[1] == t[0] && t[2] == 0)
-        bits[t[0]] |= kDoubledLogicalBit;
-    }
-  }
-};
-constexpr UnitClasses kUnitClasses;
-
-bool UnitHas(char16_t c, unsigned char bit) { return c < 128 && (kUnitClasses.bits[c] & bit) != 0; }
 
 }  // namespace
 
@@ -54,6 +33,7 @@ constexpr int kLongestSpelling = [] {
 
 const OperatorInfo* FindOperator(const CString& token) {
   if (token.IsEmpty() || token.GetLength() > kLongestSpelling) return nullptr;
+  if (!detail::UnitHas(FoldAscii(token.GetString()[0]), detail::kFirstUnitBit)) return nullptr;
   for (const OperatorInfo& op : kOperators)
     if (Matches(token, op.spelling, op.word)) return &op;
   return nullptr;
@@ -81,11 +61,5 @@ bool IsLogicalCode(unsigned char code) {
   return op != nullptr && op->cls == OperatorClass::Logical;
 }
 
-// Every arithmetic operator is one unit that no longer spelling starts with.
-bool IsSingleOperatorUnit(char16_t c) { return UnitHas(c, kArithmeticBit); }
-
-bool IsComparisonUnit(char16_t c) { return UnitHas(c, kComparisonBit); }
-
-bool IsDoubledLogicalUnit(char16_t c) { return UnitHas(c, kDoubledLogicalBit); }
 
 }  // namespace vkt

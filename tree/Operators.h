@@ -86,12 +86,46 @@ const OperatorInfo* OperatorOfCode(unsigned char code);
 bool IsComparisonCode(unsigned char code);
 bool IsLogicalCode(unsigned char code);
 
+namespace detail {
+
+// For each ASCII unit, bit 1 when it spells part of an arithmetic operator,
+// bit 2 for a comparison, bit 4 when doubled it spells a logical one, bit 8
+// when a spelling starts with it: built from the table at compile time,
+// since the scanner asks for every unit of a formula.
+constexpr unsigned char kArithmeticBit = 1;
+constexpr unsigned char kComparisonBit = 2;
+constexpr unsigned char kDoubledLogicalBit = 4;
+constexpr unsigned char kFirstUnitBit = 8;  // some spelling starts with it (words in lower case)
+
+struct UnitClasses {
+  unsigned char bits[128] = {};
+  constexpr UnitClasses() {
+    for (const OperatorInfo& op : kOperators) {
+      bits[op.spelling[0]] |= kFirstUnitBit;
+      if (op.word) continue;
+      const unsigned char bit = op.cls == OperatorClass::Arithmetic   ? kArithmeticBit
+                                : op.cls == OperatorClass::Comparison ? kComparisonBit
+                                                                      : 0;
+      for (const char16_t* p = op.spelling; *p != 0; ++p) bits[*p] |= bit;
+      const char16_t* t = op.spelling;
+      if (op.cls == OperatorClass::Logical && t[0] != 0 && t[1] == t[0] && t[2] == 0)
+        bits[t[0]] |= kDoubledLogicalBit;
+    }
+  }
+};
+inline constexpr UnitClasses kUnitClasses;
+
+inline bool UnitHas(char16_t c, unsigned char bit) { return c < 128 && (kUnitClasses.bits[c] & bit) != 0; }
+
+}  // namespace detail
+
 // Units the scanner reads as operators: those that stand alone and end any
-// token (+ - * /), and those that combine into a comparison (= > <).
-bool IsSingleOperatorUnit(char16_t c);
-bool IsComparisonUnit(char16_t c);
+// token (+ - * /), and those that combine into a comparison (= > <). Every
+// arithmetic operator is one unit that no longer spelling starts with.
+inline bool IsSingleOperatorUnit(char16_t c) { return detail::UnitHas(c, detail::kArithmeticBit); }
+inline bool IsComparisonUnit(char16_t c) { return detail::UnitHas(c, detail::kComparisonBit); }
 // Units that, doubled, spell a logical operator ("&&", "||"). The scanner
 // reads them as word units, so the parser pads such pairs with blanks first.
-bool IsDoubledLogicalUnit(char16_t c);
+inline bool IsDoubledLogicalUnit(char16_t c) { return detail::UnitHas(c, detail::kDoubledLogicalBit); }
 
 }  // namespace vkt
