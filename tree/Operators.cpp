@@ -3,6 +3,8 @@
 // cleverer; the scanner's per-unit tests are inline in the header.
 #include "tree/Operators.h"
 
+#include <iterator>
+
 namespace vkt {
 
 namespace {
@@ -45,10 +47,20 @@ const OperatorInfo* FindStoredOperator(const CString& text) {
   return nullptr;
 }
 
+// The first row of each code, as an index plus one (0: no operator): the
+// evaluator asks for every operator of every run.
+struct CodeRows {
+  unsigned char rows[64] = {};
+  constexpr CodeRows() {
+    for (int i = static_cast<int>(std::size(kOperators)) - 1; i >= 0; --i)
+      rows[kOperators[i].code] = static_cast<unsigned char>(i + 1);
+  }
+};
+constexpr CodeRows kCodeRows;
+
 const OperatorInfo* OperatorOfCode(unsigned char code) {
-  for (const OperatorInfo& op : kOperators)
-    if (op.code == code) return &op;
-  return nullptr;
+  if (code >= std::size(kCodeRows.rows) || kCodeRows.rows[code] == 0) return nullptr;
+  return &kOperators[kCodeRows.rows[code] - 1];
 }
 
 bool IsComparisonCode(unsigned char code) {

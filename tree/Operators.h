@@ -12,7 +12,7 @@
 namespace vkt {
 
 // Operator codes (a node's m_OpCode); 0 on every other node.
-enum : unsigned char {
+enum : unsigned char {  // below 64
   kOpEqual = 1,
   kOpGreater = 2,
   kOpLess = 3,
