@@ -6,6 +6,8 @@
 #include <cstdio>
 #include <string>
 
+#include "platform/WideRuntime.h"
+
 namespace vkt::platform {
 
 namespace {
@@ -23,12 +25,6 @@ struct Conversion {
   Size size = Size::kDefault;
   char16_t conversion = 0;
 };
-
-int TextLength(const char16_t* text) {
-  int n = 0;
-  while (text[n] != 0) ++n;
-  return n;
-}
 
 int ReadNumber(const char16_t*& p, int start) {
   int value = start;
@@ -151,7 +147,7 @@ void AppendConversion(CString& out, const Conversion& c, va_list* args) {
     case u's': {
       const char16_t* text = va_arg(*args, const char16_t*);
       if (text == nullptr) text = u"(null)";
-      AppendPadded(out, text, TextLength(text), c);
+      AppendPadded(out, text, static_cast<int>(wcslen(text)), c);
       break;
     }
     case u'S': {

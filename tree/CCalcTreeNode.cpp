@@ -154,8 +154,7 @@ void CCalcTreeNode::DeleteChild(int index) {
 }
 
 void CCalcTreeNode::DeleteAllChildren() {
-  CCalcTreeNodeArray children(std::move(m_Children));  // takes the storage: no allocation
-  m_Children.RemoveAll();
+  CCalcTreeNodeArray children(std::move(m_Children));  // takes the storage and leaves ours empty
   for (ICalcTreeNode* child : children) DestroyTree(child);
 }
 
