@@ -16,6 +16,11 @@ class ICalcTreeNode;
 class COleDateTime;
 class CMapStringToString;
 class CPoint;
+class CRowCol;
+class CRowCols;
+class CCellname;
+enum Enum_PNID : int;
+struct PN_INFORMATION;
 class IStreamInput;
 class IStreamOutput;
 
@@ -160,6 +165,63 @@ class VKTCALC_API CUtilityCalc {
   // thousands. bRound rounds half up, else decimals are cut. bKeepBlanks puts
   // the leading blanks back. A text that is no number stays as it is.
   static void ConvertToDispFormat(CString& text, BYTE format, int bRound, int bKeepBlanks);
+
+  // ---- Cell names (cell/) ------------------------------------------------
+  // Columns are letters in bijective base 26 (A 0, Z 25, AA 26, ZZ 701),
+  // folded to upper case; rows are written one-based. Names read up to ZZ and
+  // any row; they are written only up to ZX (699) and row 999,999. There is
+  // no $A$1 and no whole-row or whole-column form. A macro cell is written
+  // with a leading @, which the flags bMacro... carry apart from the cell.
+  //
+  // bMacro nonzero is the strict form used for references: one leading @ is
+  // skipped, at most two letters stand, and an @ behind the digits ends the
+  // name. Zero is the plain form: an @ anywhere fails, and a third letter
+  // passes without counting in the column. The row is read by _wtoi, which
+  // saturates: a digit run past 32 bits reads as row 2,147,483,646.
+
+  // Up to two letters; -1 when none (or with bMacro, when a third follows).
+  static int ColName2Col(const char16_t* name, int bMacro);
+  // 1 when a cell was read; out keeps the column (and row -1) on failure.
+  static int CellName2RowCol(CRowCol& out, const char16_t* name, int bMacro);
+  // A cell (both corners with bBothCorners, else the first only) or a range
+  // A1:B2, strict form, unnormalised; *pMacro1 and *pMacro2 (may be null)
+  // tell which end had an @. A failed range stores what it could read, with
+  // -1 for the rest; a failed cell leaves out alone.
+  static int CellName2RowCols(CRowCols& out, const char16_t* name, int* pMacro1,
+                              int* pMacro2, int bBothCorners);
+  // The column's letters, valid for the life of the process; null outside
+  // 0 to 699.
+  static const char16_t* GetColName(int col);
+  // B7 and the like; 0 with out unchanged outside the writable limits.
+  static int GetCellName(CString& out, int row, int col);
+  static int GetCellName(CString& out, CRowCol& cell);
+  // The first corner (a negative field counts as 0; outside the limits out
+  // keeps its text), an @ in front with bMacro1, then by nMode: 1 never the
+  // second corner, 0 unless it is missing or the same cell without bMacro2,
+  // other values always. The second corner is appended as :B9 or :@B9.
+  static void RowCols2CellName(CRowCols& rc, CString& out, int bMacro1, int bMacro2,
+                               int nMode);
+  static int IsMacroCellName(const char16_t* name);       // holds an @
+  static int IsMacroSheetCellName(const char16_t* name);  // holds @Sheet, any case
+
+  // Reads cellname.pszName: a cell, a range, an alias or an alias range, with
+  // its sheet and macro markers. The kind found, also in nType; a failure
+  // gives Cellname_None and leaves what it filled.
+  static int ParseCellname(CCellname& cellname);
+  // Takes the markers @SheetN (at the start or the end), @Alias (the rest is
+  // the alias) and a leading @ off the text; 1 when they were all consumed,
+  // and only then is text written back. pSheet and pAlias may be null.
+  static int ParseCellname_SheetAliasMacro(CString& text, int& bMacro, CString* pSheet,
+                                           CString* pAlias);
+  // For a variable node (kind 5) without a sheet marker: its text, and
+  // CellName2RowCols on it. 0 for anything else.
+  static int Var2RowCols_NoMacroSheet(ICalcTreeNode* node, CRowCols& out, CString& text,
+                                      int* pMacro1, int* pMacro2, int bBothCorners);
+  // The page macro's word; null above PNID_PageSum.
+  static const char16_t* GetPNMacro(Enum_PNID id);
+  // Its value, one-based for the current pages; 0 for pagesum, a null info
+  // or an id outside.
+  static int GetPN(Enum_PNID id, PN_INFORMATION* info);
 
   // ---- Random (func/FuncMath.cpp) -----------------------------------------
   // Two pools of 20 words under one lock: a secure one refilled from the

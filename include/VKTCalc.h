@@ -27,6 +27,8 @@
 #include "CUtilityCalc.h"
 #include "ICalcTreeNode.h"
 #include "CErrorCollector.h"
+#include "CRowCol.h"
+#include "CCellname.h"
 #include "CStringPool.h"
 #include "CFuncMnger.h"
 #include "CFuncItem.h"
