@@ -146,7 +146,19 @@ int CUtilityCalc::GetCellName(CString& out, int row, int col) {
   if (static_cast<unsigned>(row) > kMaxWritableRow || static_cast<unsigned>(col) > kMaxWritableCol) {
     return 0;
   }
-  out.Format(u"%s%d", GetColName(col), row + 1);
+  // "%s%d" of the column's letters and row + 1, written by hand: hosts name
+  // cells by the million.
+  char16_t name[kNameUnits + 8];
+  int length = 0;
+  for (const char16_t* letter = GetColName(col); *letter; ++letter) name[length++] = *letter;
+  char16_t digits[8];
+  int count = 0;
+  for (unsigned written = static_cast<unsigned>(row) + 1; written; written /= 10) {
+    digits[count++] = static_cast<char16_t>(u'0' + written % 10);
+  }
+  while (count) name[length++] = digits[--count];
+  out.Empty();
+  out.Append(name, length);
   return 1;
 }
 
