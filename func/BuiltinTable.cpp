@@ -118,6 +118,8 @@ using FamilyBodies = std::span<const BuiltinBody> (*)();
 constexpr FamilyBodies kFamilies[] = {
     &ControlBodies,  // func/FuncControl.cpp
     &MathBodies,     // func/FuncMath.cpp
+    &DateBodies,     // func/FuncDate.cpp
+    &StatisticsBodies,  // func/FuncStatistics.cpp
 };
 
 // The records live to the end of the process: they are built in place in

@@ -223,6 +223,45 @@ class VKTCALC_API CUtilityCalc {
   // or an id outside.
   static int GetPN(Enum_PNID id, PN_INFORMATION* info);
 
+  // ---- Dates (numtext/DateText.cpp) ---------------------------------------
+  // A date is a COleDateTime: valid, invalid or null. Date text puts the
+  // year first: 2024-1-15, 2024/01/15 08:30:15, 20240115, or an XML date-time
+  // with a T.
+
+  // 1 when the text is a date, stored in out (may be null) with status
+  // valid, or stands for no date (null, blanks, the zero date), with out
+  // null; 0 otherwise, with out null. bDateOnly reads no time.
+  static int String2Time(const char16_t* text, COleDateTime* out, int bDateOnly);
+  // 1 when value lies within low and high (empty: no bound), times ignored;
+  // an unreadable value is emptied.
+  static int IsValidDate(CString& value, CString& low, CString& high);
+  // -1, 0 or 1; a date that is not valid comes first. bDateOnly ignores the
+  // time of day.
+  static int CompareDateTime(COleDateTime& a, COleDateTime& b, int bDateOnly);
+  static int GetLastDayOfMonth(int year, int month);
+  // The present local time: date "%d-%02d-%02d", time "%02d:%02d:%02d",
+  // milliseconds "%03d", each part chosen by its flag.
+  static void GetDateTime(CString& out, int bDate, int bTime, int bMilli);
+  // Spreadsheet serials: day 1 is 1 January 1900 and day 60 the 29 February
+  // 1900 of that count. The value kind: 3 with a time of day, 4 without.
+  static BYTE ECMADateTimeToDateTime(COleDateTime& out, CString& serial);
+  static BYTE DateTimeToECMADateTime(COleDateTime& value, CString& out);
+
+  static const char16_t* GetEnglishMonth(int index);  // 0 January .. 11; else null
+  static const char16_t* GetEnglishDay(int index);    // 0 Sunday .. 6; else null
+  // value.Format(format) by the runtime's percent codes (an empty format:
+  // the process-wide date-time format), where "%Z" writes the zone offset
+  // and "/Z" moves the caller's value to UTC.
+  static void MyFormatDateTime(CString& out, COleDateTime& value, const char16_t* format);
+  // Replaces the picture (YYYY-MM-DD, Month D, Day. ...) by the date in its
+  // form; an unreadable date replaces it by the date text.
+  static void FormatDate(CString& date, CString& picture);
+
+  // ---- Statistics (func/FuncStatistics.cpp) -------------------------------
+  // Adds lists of numbers element by element into one list, with the
+  // lists' separator (the last argument shows it), spacing and decimals.
+  static void SumDim(CString& result, CStringArray& args);
+
   // ---- Random (func/FuncMath.cpp) -----------------------------------------
   // Two pools of 20 words under one lock: a secure one refilled from the
   // system's generator, and a weak one refilled from a seeded generator.

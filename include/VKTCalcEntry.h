@@ -47,5 +47,9 @@ VKTCALC_API int isdt(const COleDateTime* time, int minYear);
 // Makes a valid time whose year is below minYear invalid; its value stays.
 VKTCALC_API void chkdt(COleDateTime* time, int minYear);
 
+// The weekday characters for hosts, Sunday first; the library does not
+// read them.
+extern VKTCALC_API const char16_t* g_arrWeekDay[7];
+
 // Milliseconds since 1 January 1601 UTC (not since boot).
 VKTCALC_API ULONGLONG GetTickTime();
