@@ -179,7 +179,8 @@ class VKTCALC_API CUtilityCalc {
   // passes without counting in the column. The row is read by _wtoi, which
   // saturates: a digit run past 32 bits reads as row 2,147,483,646.
 
-  // Up to two letters; -1 when none (or with bMacro, when a third follows).
+  // Up to two letters; -1 when none (or with bMacro, when a third letter
+  // follows).
   static int ColName2Col(const char16_t* name, int bMacro);
   // 1 when a cell was read; out keeps the column (and row -1) on failure.
   static int CellName2RowCol(CRowCol& out, const char16_t* name, int bMacro);

@@ -16,11 +16,11 @@ namespace {
 using vkt::test::U;
 constexpr int kThreads = 4;
 
-// Runs body(t) for t = 0 .. kThreads - 1, each on a thread of its own, all released at once.
-template <class Body> void OnThreads(Body body) {
-  std::latch start(kThreads);
+// Runs body(t) for t = 0 .. count - 1, each on a thread of its own, all released at once.
+template <class Body> void OnThreads(Body body, int count = kThreads) {
+  std::latch start(count);
   std::vector<std::thread> threads;
-  for (int t = 0; t < kThreads; ++t) threads.emplace_back([&, t] { start.arrive_and_wait(), body(t); });
+  for (int t = 0; t < count; ++t) threads.emplace_back([&, t] { start.arrive_and_wait(), body(t); });
   for (std::thread& thread : threads) thread.join();
 }
 
@@ -52,6 +52,16 @@ TEST(Catalogue, FirstUseFromSeveralThreadsGivesEveryoneTheSameRecords) {
     const CFuncInfo* info = managers[t]->GetFuncByIndex(index);
     return Number(index) + (info ? u":" + U(info->pName) + (info->pfnBody ? u":1" : u":0") : u"");
   });
+}
+
+// Eight threads ask for column names at once, the first time in the process: one table for all.
+TEST(ColumnNames, FirstUseFromEightThreadsGivesEveryoneTheSameTexts) {
+  constexpr int kCols[] = {0, 25, 26, 699};
+  const char16_t* seen[8][4] = {};
+  OnThreads([&](int t) { for (int i = 0; i < 4; ++i) seen[t][i] = CUtilityCalc::GetColName(kCols[i]); }, 8);
+  for (int t = 0; t < 8; ++t)
+    for (int i = 0; i < 4; ++i) EXPECT_EQ(seen[t][i], seen[0][i]) << "thread " << t << ", col " << kCols[i];
+  EXPECT_EQ(U(seen[0][0]) + u" " + U(seen[0][1]) + u" " + U(seen[0][2]) + u" " + U(seen[0][3]), u"A Z AA ZX");
 }
 
 // One calculator (manager made first), a host per thread: the printed tree, the value or the error.
