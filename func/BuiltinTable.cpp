@@ -120,6 +120,7 @@ constexpr FamilyBodies kFamilies[] = {
     &MathBodies,     // func/FuncMath.cpp
     &DateBodies,     // func/FuncDate.cpp
     &StatisticsBodies,  // func/FuncStatistics.cpp
+    &StringBodies,   // func/FuncString.cpp
 };
 
 // The records live to the end of the process: they are built in place in

@@ -224,6 +224,16 @@ class VKTCALC_API CUtilityCalc {
   // or an id outside.
   static int GetPN(Enum_PNID id, PN_INFORMATION* info);
 
+  // ---- Number pictures (numtext/NumberPicture.cpp) -------------------------
+  // A picture's first point parts the integer section from the decimal one.
+  // A 0 is exactly one digit, the first run of # takes the digits not yet
+  // placed, a comma groups the integer digits; all else is literal.
+
+  // The number in the picture, rounded first to the decimals it can show.
+  static void ConvertToDispFormat(CGmp& value, CString& out, CString& picture);
+  // Number text to the picture, without rounding; the result replaces text.
+  static void FormatNum(CString& text, CString& picture);
+
   // ---- Dates (numtext/DateText.cpp) ---------------------------------------
   // A date is a COleDateTime: valid, invalid or null. Date text puts the
   // year first: 2024-1-15, 2024/01/15 08:30:15, 20240115, or an XML date-time
@@ -276,6 +286,31 @@ class VKTCALC_API CUtilityCalc {
   // Appends count characters of 0-9 and A-Z drawn from the weak pool; the
   // first of them is always a letter. A count below 1 appends nothing.
   static void GenRandalphabetDigitString(CString& out, int count);
+
+  // ---- URIs and URLs (toolbox/Uri.cpp) -----------------------------------
+  // Percent escapes with lower-case hex digits of the UTF-8 bytes; each
+  // 16-bit unit is converted alone.
+
+  // Escapes units above 128, blanks and the flag's set (0: !'()*-_.~@$#&=:;/?+,
+  // nonzero: !'()*-_.~); 1 when the text was rewritten, 0 when it had nothing
+  // to escape.
+  static int EncodeURI(CString& text, int bComponent);
+  // EncodeURI on what stands behind the first ?; 0 without a ?.
+  static int EncodeURL(CString& url, int bComponent);
+  static void EncodeURI_Chinese(CString& text);  // escapes units of 128 and above only
+  // + is a blank, %xx a byte; an escape cut short ends the decoding.
+  static void DecodeURI(CString& text);
+  static BYTE DecodeHexChars(WORD* digits);  // two hex digits, no validity test
+  // a=1&b=2 into names and values; the number of pairs. bKeepBare keeps an
+  // item without = as a name with an empty value.
+  static int ParseURLPara(CString& query, CStringArray& names, CStringArray& values, int bKeepBare);
+  // base takes the url up to its ?, the query goes to ParseURLPara.
+  static int ParseURL(const char16_t* url, CString& base, CStringArray& names, CStringArray& values,
+                      int bKeepBare);
+  // base?name=value&...; empty names are passed over, and empty values too
+  // unless bKeepEmpty.
+  static void GenURL(CString& out, const char16_t* base, CStringArray& names, CStringArray& values,
+                     int bKeepEmpty);
 
   // ---- Stream helpers (toolbox/StreamHelpers.cpp) -------------------------
   // What goes in which order through which operation of the host's stream;
