@@ -50,10 +50,11 @@ enum DateField { kYear, kMonth, kDay, kHour, kMinute, kSecond, kDateFieldCount }
 // where sep is one of - / \ . and every field may be empty (it reads 0).
 // Fills f; false for text of another shape.
 //
-// Chosen: a date separator is taken at the end of every date field, so one
-// behind the day leads into the hour as the blank does; with bDateOnly the
-// reading stops at the end of the day whatever ends it, so that no time is
-// ever read. A colon behind the seconds has no field to lead to: refused.
+// A date separator is taken at the end of every date field, so one behind
+// the day leads into the hour as the blank does. bDateOnly stops the reading
+// at a blank behind the day, whatever follows; behind another separator the
+// time is read as usual. A colon behind the seconds has no field to lead
+// to: refused.
 bool ReadDateFields(const char16_t* p, int bDateOnly, int (&f)[kDateFieldCount]) {
   int field = kYear;
   char16_t digits[5] = {};
@@ -85,7 +86,7 @@ bool ReadDateFields(const char16_t* p, int bDateOnly, int (&f)[kDateFieldCount])
       return false;
     }
     ++separators;
-    if (stop || (field == kDay && bDateOnly)) break;
+    if (stop || (field == kDay && bDateOnly && c == u' ')) break;
     ++field;
   }
   return separators >= 2;

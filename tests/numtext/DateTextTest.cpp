@@ -37,7 +37,7 @@ constexpr struct { const char16_t* text; int bDateOnly, result; const char16_t* 
     {u"2024-1-15 zz", 1, 1, u"2024-01-15 00:00:00"},
     {u"2024-1-15 zz", 0, 0, u"null"},
     {u"2024-1-15-08:30", 0, 1, u"2024-01-15 08:30:00"},  // a date separator behind the day leads on
-    {u"2024-1-15-08:30", 1, 1, u"2024-01-15 00:00:00"},
+    {u"2024-1-15-08:30", 1, 1, u"2024-01-15 08:30:00"},  // only a blank stops a date-only reading
     {u"2024-1-15 ", 0, 1, u"2024-01-15 00:00:00"},
     {u"2024-1-15 08:30 ", 0, 0, u"null"},  // a blank only behind the day
     {u"2024-1-15 08:30:15.9x!", 0, 1, u"2024-01-15 08:30:15"},  // nothing behind that point is read
