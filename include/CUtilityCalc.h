@@ -297,7 +297,7 @@ class VKTCALC_API CUtilityCalc {
   static int EncodeURI(CString& text, int bComponent);
   // EncodeURI on what stands behind the first ?; 0 without a ?.
   static int EncodeURL(CString& url, int bComponent);
-  static void EncodeURI_Chinese(CString& text);  // escapes units of 128 and above only
+  static void EncodeURI_Chinese(CString& text);  // escapes units above 128 only
   // + is a blank, %xx a byte; an escape cut short ends the decoding.
   static void DecodeURI(CString& text);
   static BYTE DecodeHexChars(WORD* digits);  // two hex digits, no validity test
