@@ -121,6 +121,7 @@ constexpr FamilyBodies kFamilies[] = {
     &DateBodies,     // func/FuncDate.cpp
     &StatisticsBodies,  // func/FuncStatistics.cpp
     &StringBodies,   // func/FuncString.cpp
+    &AmountBodies,   // func/FuncAmounts.cpp
 };
 
 // The records live to the end of the process: they are built in place in

@@ -47,6 +47,7 @@ std::span<const BuiltinBody> MathBodies();     // func/FuncMath.cpp: sum .. rand
 std::span<const BuiltinBody> DateBodies();     // func/FuncDate.cpp: the 27 date functions
 std::span<const BuiltinBody> StatisticsBodies();  // func/FuncStatistics.cpp: stdev .. sumdim
 std::span<const BuiltinBody> StringBodies();   // func/FuncString.cpp: the 26 text functions
+std::span<const BuiltinBody> AmountBodies();   // func/FuncAmounts.cpp: RMB .. englishNum
 
 // Sets pfnBody of each record whose row (same index) bears an entry's name.
 // Gives the number of entries that found no row.

@@ -273,6 +273,13 @@ class VKTCALC_API CUtilityCalc {
   // lists' separator (the last argument shows it), spacing and decimals.
   static void SumDim(CString& result, CStringArray& args);
 
+  // ---- Amounts in words (numtext/Amounts.cpp) -----------------------------
+  // The amount in the capital characters of Chinese finance, up to 13
+  // integer digits, rounded to 分; bWhole appends 整 unless 分 was written.
+  // 1 on success; 0 with out empty for an amount that cannot be written.
+  // The amount text is changed in the course of the work.
+  static int RMB(CString& out, CString& amount, int bWhole);
+
   // ---- Random (func/FuncMath.cpp) -----------------------------------------
   // Two pools of 20 words under one lock: a secure one refilled from the
   // system's generator, and a weak one refilled from a seeded generator.
