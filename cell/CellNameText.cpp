@@ -26,8 +26,6 @@ int LetterValue(char16_t ch) {
   return upper >= u'A' && upper <= u'Z' ? upper - u'A' : -1;
 }
 
-bool IsAsciiDigit(char16_t ch) { return ch >= u'0' && ch <= u'9'; }
-
 bool Holds(const char16_t* text, char16_t ch) {
   return std::u16string_view(text).find(ch) != std::u16string_view::npos;
 }
@@ -79,7 +77,7 @@ int CUtilityCalc::CellName2RowCol(CRowCol& out, const char16_t* name, int bMacro
   const char16_t* firstDigit = nullptr;
   int letters = 0;
   for (const char16_t* p = name; *p; ++p) {
-    if (IsAsciiDigit(*p)) {
+    if (CStrKit::IsDigit(*p)) {
       if (!firstDigit) firstDigit = p;
     } else if (!firstDigit) {
       if (!isAlpha(*p) || ++letters > maxLetters) return 0;

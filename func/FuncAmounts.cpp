@@ -25,8 +25,6 @@ constexpr DigitTable kPlain = {u"〇", u"一", u"二", u"三", u"四", u"五", u
 // The years of chineseDate write 0 as the Latin capital O.
 constexpr DigitTable kDate = {u"O", u"一", u"二", u"三", u"四", u"五", u"六", u"七", u"八", u"九"};
 
-bool IsDigit(char16_t c) { return c >= u'0' && c <= u'9'; }
-
 int PutText(CFuncPara* para, const CString& text) {
   para->strResult = text;
   CUtilityCalc::Attach_Quotes(para->strResult, 1);
@@ -49,7 +47,7 @@ int ChineseNum(CFuncPara* para, int argc) {
   const CString& text = para->arrArgs[0];
   CString out;
   for (int i = 0; i < text.GetLength(); ++i) {
-    if (IsDigit(text[i])) {
+    if (CStrKit::IsDigit(text[i])) {
       out += table[text[i] - u'0'];
     } else {
       out += text[i];
@@ -199,7 +197,7 @@ int EnglishNum(CFuncPara* para, int argc) {
   const int length = number.GetLength();
   if (length > 12) return PutText(para, CString());
   for (int i = 0; i < length; ++i) {
-    if (!IsDigit(number[i])) return PutText(para, CString());
+    if (!CStrKit::IsDigit(number[i])) return PutText(para, CString());
   }
   if (length == 0 && decimals.IsEmpty()) return PutText(para, u"zero");
   constexpr const char16_t* kScale[] = {u"billion", u"million", u"thousand"};
@@ -216,7 +214,7 @@ int EnglishNum(CFuncPara* para, int argc) {
     if (words.IsEmpty()) AddWord(words, u"zero");
     AddWord(words, u"point");
     for (int i = 0; i < decimals.GetLength(); ++i) {
-      if (!IsDigit(decimals[i])) return PutText(para, CString());
+      if (!CStrKit::IsDigit(decimals[i])) return PutText(para, CString());
     }
     const int value = decimals.GetLength() == 2 ? vkt::_wtoi(decimals) : 0;
     if (value >= 11) {

@@ -4,6 +4,7 @@
 // zero mark that a run of zeros or the end of a group sets only once.
 #include "CGmp.h"
 #include "CUtilityCalc.h"
+#include "foundation/CStrKit.h"
 
 namespace {
 
@@ -12,8 +13,6 @@ constexpr const char16_t* kCapital[] = {u"零", u"壹", u"贰", u"叁", u"肆",
                                         u"伍", u"陆", u"柒", u"捌", u"玖"};
 // The unit of a place, by (place - 1) % 4, the place counted from 1 at the right.
 constexpr const char16_t* kUnit[] = {u"", u"拾", u"佰", u"仟"};
-
-bool IsDigit(char16_t c) { return c >= u'0' && c <= u'9'; }
 
 // Digits, then at most one point with digits behind it, after an optional
 // minus. Chosen: this is judged before rounding, since rounding would read
@@ -24,7 +23,7 @@ bool IsAmountText(const CString& text) {
   for (; i < text.GetLength(); ++i) {
     if (text[i] == u'.' && !point) {
       point = true;
-    } else if (!IsDigit(text[i])) {
+    } else if (!CStrKit::IsDigit(text[i])) {
       return false;
     }
   }
@@ -97,10 +96,10 @@ int CUtilityCalc::RMB(CString& out, CString& amount, int bWhole) {
     return 1;
   }
   for (int i = 0; i < amount.GetLength(); ++i) {
-    if (!IsDigit(amount[i])) return 0;
+    if (!CStrKit::IsDigit(amount[i])) return 0;
   }
   for (int i = 0; i < decimals.GetLength(); ++i) {
-    if (!IsDigit(decimals[i])) return 0;
+    if (!CStrKit::IsDigit(decimals[i])) return 0;
   }
 
   Writer w{out};

@@ -41,7 +41,6 @@ const EnglishName* Lookup(const EnglishName* table, int size, int index) {
   return index >= 0 && index < size ? &table[index] : nullptr;
 }
 
-bool IsDigit(char16_t c) { return c >= u'0' && c <= u'9'; }
 
 // The six fields of date text, in the order they are written.
 enum DateField { kYear, kMonth, kDay, kHour, kMinute, kSecond, kDateFieldCount };
@@ -62,7 +61,7 @@ bool ReadDateFields(const char16_t* p, int bDateOnly, int (&f)[kDateFieldCount])
   int separators = 0;
   for (;; ++p) {
     const char16_t c = *p;
-    if (IsDigit(c)) {
+    if (CStrKit::IsDigit(c)) {
       if (count == (field == kYear ? 4 : 2)) return false;
       digits[count++] = c;
       continue;
@@ -184,7 +183,7 @@ int CUtilityCalc::String2Time(const char16_t* text, COleDateTime* out, int bDate
       CString rest(p);
       return CStrKit::XMLString2Time(rest, out) ? 1 : 0;
     }
-    allDigits = allDigits && IsDigit(*q);
+    allDigits = allDigits && CStrKit::IsDigit(*q);
     if (length < 9) ++length;
   }
 
