@@ -8,13 +8,13 @@
 #include "VKTCalcExport.h"
 #include "platform/Arrays.h"
 #include "platform/CString.h"
+#include "platform/Maps.h"
 #include "platform/Types.h"
 
 class CErrorCollector;
 class CFuncPara;
 class ICalcTreeNode;
 class COleDateTime;
-class CMapStringToString;
 class CPoint;
 class CRowCol;
 class CRowCols;
@@ -23,6 +23,17 @@ enum Enum_PNID : int;
 struct PN_INFORMATION;
 class IStreamInput;
 class IStreamOutput;
+class CBuffer;
+class CMem;
+
+// How a column's texts compare: one byte of bits, spelt in a sort pattern.
+enum Enum_ColSortPattern : BYTE {
+  ColSort_Int = 1,          // digit runs compare as whole numbers
+  ColSort_Double = 2,       // digit runs compare as decimals, with one point
+  ColSort_IgnoreComma = 4,  // commas inside a digit run are passed over
+  ColSort_ByText = 8,       // for the host; the comparison does not read it
+  ColSort_MatchCase = 16,   // text parts compare with case
+};
 
 class VKTCALC_API CUtilityCalc {
  public:
@@ -128,6 +139,71 @@ class VKTCALC_API CUtilityCalc {
   // Adds the value (each value of from) that `to` lacks; 1 when any was added.
   static int CUIntArrayAppendSingle(CUIntArray& to, int value);
   static int CUIntArrayAppendSingle(CUIntArray& to, CUIntArray& from);
+
+  // ---- Comparison and sorting (toolbox/Sorting.cpp, ArraySearch.cpp) ------
+  // Text parts collate by the process locale (wcscoll with case, _wcsicoll
+  // without). The two comparisons use up their arguments: what they have
+  // compared is deleted from a and b, so pass copies to keep the texts.
+
+  // Texts whose digit runs, with ColSort_Int or ColSort_Double, compare as
+  // numbers of any length (a minus is text); a nonzero sep compares lists
+  // of fields as CompareStringByAD ascending. Negative, 0 or positive.
+  static int CompareStringW(CString& a, CString& b, Enum_ColSortPattern pattern, WORD sep);
+  // Field by field at sep; order 'd' or 'D' reverses the field answer, but a
+  // list with more fields comes after in both orders. An empty list comes
+  // first ascending, last descending.
+  static int CompareStringByAD(CString& a, CString& b, Enum_ColSortPattern pattern, WORD sep,
+                               BYTE order);
+  // A pattern from its comma list of keywords (any case); null gives 0.
+  static BYTE ParseColSortPattern(const char16_t* text);
+  // The keywords of a pattern, comma-joined, "byText" for 8, never "bydata".
+  static void BuildColSortPattern(CString& out, BYTE pattern);
+
+  // Sorts that need not be stable. The first two run one at a time in the
+  // process, under a lock of their own. nSkip cuts that many units off the
+  // front of each text before collating; the leading-number sort compares
+  // the digits at the front as a whole number, then the rest.
+  static void Sort_CStringArray(CStringArray& items, int bCase, int nSkip);
+  static void Sort_CStringArray_LeftNumber(CStringArray& items, int bCase);
+  static void Sort_CStringArrayByLen(CStringArray& items);  // shorter first
+  static void Sort_CDoubleArray(CStringArray& items);       // each text read as a number
+  static void Sort_CDoubleArray(CArray<double, double>& items);
+  static void Sort_CDoubleArray(CArray<CGmp, CGmp>& items);
+
+  // The index of value in items sorted ascending (unsigned), or -1; a found
+  // element is removed with bRemove.
+  static int BSearch_CUIntArray(CUIntArray& items, UINT value, int bRemove);
+  // Appends the numbers of a list such as 1,3,5-8 to out (not emptied):
+  // ranges first, in the reverse of the text's order, then single numbers
+  // that out lacks. The size of out afterwards.
+  static int Str2MultiNumberArray(const char16_t* text, CUIntArray& out);
+
+  // Finding and appending in the framework's arrays. A search is linear and
+  // gives the first index, or -1; an append keeps the array free of repeats.
+  static int CUIntArraySame(CUIntArray& a, CUIntArray& b);  // 1 when equal element by element
+  static void UIntArray2CStringArray(CStringArray& out, CUIntArray& from);  // "%u" each
+  // Each item through _wtoi; empty items are skipped unless bKeepEmpty.
+  static void CStringArray2UIntArray(CUIntArray& out, CStringArray& from, int bKeepEmpty);
+  static void UIntArrayBuild(CUIntArray& out, int count, int first);  // first, first + 1, ...
+  static int CHandleArrayFind(CArray<void*, void*>& items, void* value);
+  // Searches from start up to the lesser of stop and the size, stop excluded.
+  static int CHandleArrayFind(CArray<void*, void*>& items, void* value, int start, int stop);
+  // The first index whose element is in set.
+  static int CHandleArrayFindOneOf(CArray<void*, void*>& items, CArray<void*, void*>& set);
+  static int CHandleArrayFindSameSingle(CArray<void*, void*>& items, CArray<void*, void*>& set);
+  // -1 when present, else the new index.
+  static int CHandleArrayAppendSingle(CArray<void*, void*>& items, void* value);
+  // The number of elements added.
+  static int CHandleArrayAppendSingle(CArray<void*, void*>& items, CArray<void*, void*>& from);
+  static int CInt64ArrayFind(CArray<LONGLONG, LONGLONG>& items, LONGLONG value);
+  // The index of the element, present or new.
+  static int CInt64ArrayAppendSingle(CArray<LONGLONG, LONGLONG>& items, LONGLONG value);
+  static void CInt64ArrayAppendSingle(CArray<LONGLONG, LONGLONG>& items,
+                                      CArray<LONGLONG, LONGLONG>& from);
+  // The map's keys, ascending (unsigned) with bSort, else in the map's order.
+  static void CMapUInt2Array(CMap<DWORD, DWORD, DWORD, DWORD>& map, CUIntArray& out, int bSort);
+  // 1 when stored; 0 for a null array or an index outside it.
+  static int SafeSetAt(CByteArray* items, int index, BYTE value);
 
   // ---- Number recognition and display (numtext/) --------------------------
   // 1 when the text is a number. bComma allows (never requires) grouping by
@@ -318,6 +394,58 @@ class VKTCALC_API CUtilityCalc {
   // unless bKeepEmpty.
   static void GenURL(CString& out, const char16_t* base, CStringArray& names, CStringArray& values,
                      int bKeepEmpty);
+
+  // ---- Splitting and cleaning text (toolbox/Arguments.cpp, TextCleaning.cpp)
+  // Quotes are ' and "; lengths and positions count 16-bit units. A line
+  // end is the pair CR LF only. Text that does not fit a form stays as it is.
+
+  // The line in front of the first CR LF; 1 when there was one. bCut removes
+  // it and the CR LF from text; bTrim trims line on the right (and, with
+  // bCut, text on the left). The buffer holds wide text.
+  static int GetLeftPara(CString& line, CString& text, int bCut, int bTrim);
+  static int GetLeftPara(CString& line, CBuffer& text, int bCut, int bTrim);
+  // The same from the other end: the line behind the last CR LF.
+  static int GetRightPara(CString& line, CString& text, int bCut, int bTrim);
+  static int GetRightPara(CString& line, CMem& text, int bCut, int bTrim);
+  // Blanks and tabs only, on the wide text of a buffer.
+  static void StrBuffer_TrimLeft(CBuffer& text);
+  static void StrBuffer_TrimRight(CMem& text);
+
+  // name(a, b, c) into name and trimmed arguments; always 1. Parentheses do
+  // not nest, and a quote protects only at the start of an argument.
+  static int ParseFunction(const char16_t* text, CString& name, CStringArray& args);
+  // Finds the call at or behind start, parses it as above and deletes it
+  // from text.
+  static void ParseFunction(CString& text, int start, CString& name, CStringArray& args);
+  // a=1;b=2 at sep outside quotes into names and values (an item without a
+  // valid name keeps an empty name); the blank as sep reads a=1 b=2 and
+  // takes the quotes off values. Always 1.
+  static int ParseExps(CStringArray& names, CStringArray& values, const char16_t* text, int bWide,
+                       WORD sep);
+  // The items with sep between them appended to out; null out does nothing.
+  static void Array2Buffer(CBuffer* out, CStringArray& items, const char16_t* sep);
+  static void Array2Buffer(CBuffer* out, CStringArray& items, WORD sep);
+
+  static int StrChrs(CString& text, WORD c);  // how often c occurs
+  // Cuts text to nLimit units, or with a negative limit to -nLimit display
+  // columns (a unit from 129 up counts two); 1 when it was cut.
+  static int LimitString(CString& text, int nLimit);
+  // Every lone CR or LF becomes CR LF.
+  static void NormalizeEnter(CString& text);
+  // The units not allowed in export text: a process-wide, zero-terminated
+  // list that a host may change before other threads use it.
+  static char16_t* GetInvalidStringChar();
+  // Replaces each U+2124F by U+572E in the wide text of a buffer; the byte
+  // size afterwards.
+  static int ReplaceInvalidStringChar(CBuffer& text);
+  // Overwrites each unit of the list with replacement (0 deletes it); their
+  // number.
+  static int ReplaceInvalidStringChar_ExportExcel(CString& text, WORD replacement);
+  // Mode '*': pattern is a prefix of text, ignoring case; other modes: the
+  // two are equal ignoring case. An empty text never matches.
+  static int IsMatchStr(CString& text, CString& pattern, WORD mode);
+  // Deletes what there is of count units at start; bad arguments do nothing.
+  static void SafeDelete(CString& text, int start, int count);
 
   // ---- Stream helpers (toolbox/StreamHelpers.cpp) -------------------------
   // What goes in which order through which operation of the host's stream;
