@@ -16,6 +16,11 @@ class CFuncPara;
 class ICalcTreeNode;
 class COleDateTime;
 class CPoint;
+class CRect;
+class CSize;
+class CBufferEx;
+struct POINT;
+struct RECT;
 class CRowCol;
 class CRowCols;
 class CCellname;
@@ -394,6 +399,63 @@ class VKTCALC_API CUtilityCalc {
   // unless bKeepEmpty.
   static void GenURL(CString& out, const char16_t* base, CStringArray& names, CStringArray& values,
                      int bKeepEmpty);
+
+  // ---- Geometry and units (toolbox/Geometry.cpp) ---------------------------
+  // Rounding is Double2Int's, half away from zero; to cut drops the fraction.
+  // The screen has 96 pixels to the inch.
+  enum ENUM_SIZE_SPEC { SIZE_PIXEL = 0, SIZE_MM = 1, SIZE_CM = 2, SIZE_INCH = 3 };  // else inches
+
+  // Pixels in the unit; decimals other than -1 rounds half up to that many.
+  static double PixelToUnit(ENUM_SIZE_SPEC spec, int pixels, int decimals);
+  static int UnitToPixel(ENUM_SIZE_SPEC spec, double value);
+  // value * percent / 100 with bMultiply, else value * 100 / percent; a
+  // percent of 100 or 0 changes nothing.
+  static int ScaleInt(int value, int percent, int bMultiply);
+  static LONG ScaleLong(LONG value, int percent, int bMultiply);
+  static void ScaleRect(CRect& rect, int percent, int bMultiply);
+  static void ScaleSize(CSize& size, int percent, int bMultiply);
+  static void ScalePoint(CPoint& point, int percent, int bMultiply);
+
+  static double PointsDistance(POINT* a, POINT* b);
+  // Half the diagonal, each side made even first, cut; 0 for an empty one.
+  static int GetRadius(RECT* rect);
+  // Degrees from 0 up to 360, counterclockwise with y growing upwards.
+  static double GetAngle(int x, int y);
+  // About the origin, counterclockwise by degrees.
+  static void Rotate(double& x, double& y, double degrees);
+  static void Rotate(POINT* point, double degrees);
+  // The four corners of rect (left top, right top, right bottom, left
+  // bottom) turned about its centre.
+  static void Rotate(CPoint* corners, CRect& rect, double degrees);
+  // rect becomes the box around its turned corners (and itself with
+  // bIncludeSelf).
+  static void GetMinOutRectOfRotatedRect(CRect& rect, int degrees, int bIncludeSelf);
+  // Lengthens (negative: shortens) the line at a (ends bit 1) and b (bit 2).
+  static void ExtentLine(CPoint& a, CPoint& b, int length, BYTE ends);
+  // The frames of a slide from from to to: 20, 10, 5, 2 and 1 pixels short
+  // of to, at most 8; their number.
+  static int BuildSmoothRects(CArray<CRect, CRect>& out, CRect& from, CRect& to);
+  // Column sizes within total by percentages, then flex weights, then
+  // minimums; 1 when sizes changed.
+  static int RecalcPercentFlex(int total, CUIntArray& percents, CUIntArray& flexes,
+                               CUIntArray& minimums, CUIntArray& sizes);
+
+  static void ExchangeInt(int& a, int& b);
+  static void ExchangeLong(LONG& a, LONG& b);
+  // By repeated subtraction: 0 when either is 0, b when a is negative.
+  static int GetGCD(int a, int b);
+  static void DevideByGCD(int& a, int& b);  // a 0 in either changes nothing
+  static void RoundDevideBy10(LONG& value);  // a remainder of 5 or more rounds up
+  // Reduces the ratio a : b until the greater is below limit, nudging odd
+  // terms when the divisor alone cannot get there.
+  static void DevideByGCD_MaxValue(int& a, int& b, int limit);
+
+  static int GetNumberOfProcessors();
+  // Unless value is 0xF0F0F0F1, text becomes value by "%d"; text that is not
+  // empty goes into out. A null out does nothing.
+  static void SetRet(CBufferEx* out, CString& text, int value);
+  // The file's lines at CR LF; 1 when it could be read, else 0.
+  static int File2Array(CStringArray& out, const char16_t* path);
 
   // ---- Splitting and cleaning text (toolbox/Arguments.cpp, TextCleaning.cpp)
   // Quotes are ' and "; lengths and positions count 16-bit units. A line
