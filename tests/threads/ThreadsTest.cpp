@@ -3,26 +3,19 @@
 #include <gtest/gtest.h>
 
 #include <atomic>
-#include <latch>
 #include <memory>
 #include <thread>
 
 #include "VKTCalc.h"
 #include "func/ProcessState.h"
 #include "tests/support/TestHost.h"
+#include "tests/support/Threads.h"
 
 namespace {
 
 using vkt::test::U;
-constexpr int kThreads = 4;
-
-// Runs body(t) for t = 0 .. count - 1, each on a thread of its own, all released at once.
-template <class Body> void OnThreads(Body body, int count = kThreads) {
-  std::latch start(count);
-  std::vector<std::thread> threads;
-  for (int t = 0; t < count; ++t) threads.emplace_back([&, t] { start.arrive_and_wait(), body(t); });
-  for (std::thread& thread : threads) thread.join();
-}
+using vkt::test::kThreads;
+using vkt::test::OnThreads;
 
 std::u16string Number(long long n) { return U(CString(std::to_string(n).c_str())); }
 
