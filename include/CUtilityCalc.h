@@ -515,7 +515,9 @@ class VKTCALC_API CUtilityCalc {
   // raw values go by WriteData, strings by WriteString, each with the flag
   // 1. The writers report nothing. The readers answer 1, or 0 at the first
   // failed read, leaving in the target what was read up to then; an array
-  // takes its size before its elements are read. Chosen: a count that no
+  // takes its size before its elements are read, but at most 65,536
+  // elements (later as many as were read) ahead of them, so that a damaged
+  // count costs what the stream holds. Chosen: a count that no
   // array can hold (above INT_MAX, or negative where it is read signed)
   // fails like a failed read, with the target untouched.
   static void SerializePoint(IStreamOutput* out, CPoint& point);         // x, y

@@ -19,6 +19,22 @@ constexpr int kFlag = 1;        // the trailing flag of the stream operations
 constexpr int kHandleBytes = 8;  // a handle travels as 8 bytes on any platform
 constexpr int kUIntBytes = 4;
 
+// An array read from a stream takes its size before its elements, but
+// never more than it already holds (at least kSizeAhead) ahead of those
+// read: a damaged or hostile count of two billion then costs about what the
+// stream really holds, not gigabytes. Below kSizeAhead the array takes the
+// whole count at once.
+constexpr int kSizeAhead = 65536;
+
+// Makes room for the element at `done` of `count`: at the start, and when
+// the elements read have filled the array.
+template <class Array>
+void SizeAhead(Array& items, int count, int done) {
+  if (done != 0 && done != items.GetSize()) return;
+  const long long ahead = done > kSizeAhead ? done : kSizeAhead;
+  items.SetSize(static_cast<int>(count - done < ahead ? count : done + ahead));
+}
+
 static_assert(sizeof(double) == 8, "a date travels as the 8 bytes of a double");
 static_assert(sizeof(UINT) == kUIntBytes);
 static_assert(sizeof(void*) <= kHandleBytes);
@@ -104,9 +120,12 @@ int CUtilityCalc::DeserializeByteArray(IStreamInput* in, CByteArray& items) {
   if (in == nullptr) return 0;
   int count = 0;
   if (!ReadDWordCount(in, count)) return 0;
-  items.SetSize(count);
-  if (count == 0) return 1;
-  return in->ReadData(items.GetData(), count) ? 1 : 0;
+  SizeAhead(items, count, 0);
+  for (int done = 0; done < count; done = items.GetSize()) {
+    SizeAhead(items, count, done);
+    if (!in->ReadData(items.GetData() + done, items.GetSize() - done)) return 0;
+  }
+  return 1;
 }
 
 void CUtilityCalc::SerializeHandleArray(IStreamOutput* out, CArray<void*, void*>& items) {
@@ -120,8 +139,9 @@ int CUtilityCalc::DeserializeHandleArray(IStreamInput* in, CArray<void*, void*>&
   if (in == nullptr) return 0;
   int count = 0;
   if (!ReadIntCount(in, count)) return 0;
-  items.SetSize(count);
+  SizeAhead(items, count, 0);
   for (int i = 0; i < count; ++i) {
+    SizeAhead(items, count, i);
     void* handle = nullptr;
     if (!ReadHandle(in, handle)) return 0;
     items.SetAt(i, handle);
@@ -159,8 +179,9 @@ int CUtilityCalc::DeserializeUIntArray(IStreamInput* in, CUIntArray& items, int 
   } else if (!ReadIntCount(in, count)) {
     return 0;
   }
-  items.SetSize(count);
+  SizeAhead(items, count, 0);
   for (int i = 0; i < count; ++i) {
+    SizeAhead(items, count, i);
     UINT value = 0;
     if (!in->ReadData(&value, kUIntBytes)) return 0;
     items.SetAt(i, value);
@@ -183,11 +204,13 @@ int CUtilityCalc::DeserializeStringArray(IStreamInput* in, CStringArray& items, 
   int count = nCount;
   if (count < 0) {
     if (!ReadIntCount(in, count)) return 0;
-    items.SetSize(count);
+    SizeAhead(items, count, 0);
   } else if (items.GetSize() < count) {
-    items.SetSize(count);
+    items.SetSize(count);  // the caller's own count
   }
+  const bool fromStream = nCount < 0;
   for (int i = 0; i < count; ++i) {
+    if (fromStream) SizeAhead(items, count, i);
     CString text;
     if (!in->ReadString(&text)) return 0;
     items.SetAt(i, text);

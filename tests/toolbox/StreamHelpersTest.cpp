@@ -151,4 +151,18 @@ TEST(StreamHelpers, WritersAndReaders) {
   }
 }
 
+// A count of two billion over a few bytes: the read fails having sized the array only one step ahead
+// (65,536 elements), as a long valid stream would grow it, never to the whole count.
+TEST(StreamHelpers, HostileCountsCostWhatTheStreamHolds) {
+  const Bytes bytes = Le({0x7FFFFFFF, 1, 2});
+  CByteArray b; CArray<void*, void*> h; CUIntArray u; CStringArray s;
+  vkt::test::MemoryInput in1(bytes), in2(bytes), in3(bytes), in4(bytes);
+  EXPECT_EQ(CUtilityCalc::DeserializeByteArray(&in1, b) + CUtilityCalc::DeserializeHandleArray(&in2, h) +
+                CUtilityCalc::DeserializeUIntArray(&in3, u, 4) + CUtilityCalc::DeserializeStringArray(&in4, s, -1),
+            0);
+  EXPECT_EQ(std::vector<int>({b.GetSize(), h.GetSize(), u.GetSize(), s.GetSize()}),
+            std::vector<int>(4, 65536));
+  EXPECT_EQ(u[0] + u[1] * 10 + u[2], 21U);  // what was read stays
+}
+
 }  // namespace
