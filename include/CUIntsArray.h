@@ -26,7 +26,7 @@ class VKTCALC_API CUIntsArray {
   // Deletes the groups from n on; every null entry below n gets an empty group.
   void SetSize(int n);
   void Empty();
-  void SetAt(int i, CUIntArray* p);  // takes ownership of p
+  void SetAt(int i, CUIntArray* p);  // inside the list: takes ownership of p
   void DeleteAt(int i);
   void Append(CUIntArray* a);  // a copy
   void Append(CUIntsArray& from);
