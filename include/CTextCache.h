@@ -5,8 +5,6 @@
 // interface. The lock itself, CCritSec, is the platform's (platform/Sync.h).
 #pragma once
 
-#include <atomic>
-
 #include "VKTCalcExport.h"
 #include "platform/Arrays.h"
 #include "platform/CString.h"
