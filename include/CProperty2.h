@@ -57,8 +57,9 @@ class VKTCALC_API CProperty2 {
   virtual int Prop_SetAt(int i, const char16_t* name, const char16_t* value);
   // At i inside the list, else added at the end.
   virtual void Prop_InsertAt(int i, CString& name, CString& value);
-  // The new index, or -1 for an empty name. bShared stores the caller's
-  // pointer, which must live as long as the list, instead of a copy.
+  // The new index, or -1 for a null name (an empty one too, unless
+  // bShared). bShared stores the caller's pointer, which must live as long
+  // as the list, instead of an interned copy.
   virtual int Prop_Add(const char16_t* name, const char16_t* value, int bShared);
   virtual int Prop_DeleteAt(int i);
   virtual void Prop_RemoveAll();
