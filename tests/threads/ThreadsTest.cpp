@@ -1,5 +1,5 @@
 // Threads at once on what the process shares: the catalogue's first build, one calculator (rand()
-// included) and the settings. Each thread keeps what it saw; the main thread compares.
+// included), the settings and the string sorts. Each thread keeps what it saw; the main thread compares.
 #include <gtest/gtest.h>
 
 #include <atomic>
@@ -117,6 +117,29 @@ void Contend(const Setting& setting) {
 
 TEST(Settings, EachReadsAsOldOrNewWhileAnotherThreadWrites) {
   for (const Setting& s : kSettings) Contend(s);
+}
+
+// The string sorts hand their settings to the comparison through process-wide variables under one lock:
+// four threads sorting at once, each its own way, must each get the order the same call gives alone.
+TEST(Sorting, ThreadsSortingAtOnceWithTheirOwnSettingsGetTheirOwnOrder) {
+  constexpr struct { int bCase, nSkip, bLeftNumber; } kWays[] = {{1, 0, 0}, {0, 1, 0}, {0, 0, 1}, {1, 0, 1}};
+  CStringArray texts;
+  for (const char16_t* t : {u"b10", u"B9", u"a2x", u"10a", u"9b", u"A", u"ab", u"-5", u"007", u"7", u"Ba"})
+    texts.Add(t);
+  auto sort = [&](int t) {
+    CStringArray items(texts);
+    kWays[t].bLeftNumber ? CUtilityCalc::Sort_CStringArray_LeftNumber(items, kWays[t].bCase)
+                         : CUtilityCalc::Sort_CStringArray(items, kWays[t].bCase, kWays[t].nSkip);
+    std::u16string order;
+    for (const CString& item : items) order += U(item) + u"|";
+    return order;
+  };
+  std::u16string alone[kThreads];
+  for (int t = 0; t < kThreads; ++t) alone[t] = sort(t);
+  for (int t = 1; t < kThreads; ++t) EXPECT_NE(alone[t], alone[t - 1]);  // each way sorts otherwise
+  std::atomic<int> wrong{0};
+  OnThreads([&](int t) { for (int i = 0; i < 2000; ++i) wrong += sort(t) != alone[t]; });
+  EXPECT_EQ(wrong, 0);
 }
 
 }  // namespace
