@@ -7,6 +7,7 @@
 #include <climits>
 #include <cwchar>
 #include <cwctype>
+#include <vector>
 
 namespace vkt {
 namespace {
@@ -25,13 +26,53 @@ char16_t NarrowFolded(char16_t original, std::wint_t folded) {
   return static_cast<char16_t>(value);
 }
 
-std::wstring FoldedWide(const char16_t* text) {
-  std::u16string folded;
-  if (text != nullptr) {
-    for (const char16_t* p = text; *p != 0; ++p) folded.push_back(towlower(*p));
+// Widens length units into out, which has room for length units, and gives
+// the count written. With fold each unit that is no surrogate is folded to
+// lower case first; folding keeps surrogates and never makes one, so a pair
+// stays the same pair.
+std::size_t Widen(const char16_t* text, std::size_t length, bool fold, wchar_t* out) {
+  std::size_t k = 0;
+  for (std::size_t i = 0; i < length; ++i) {
+    const char16_t u = text[i];
+    if (IsHighSurrogate(u) && i + 1 < length && IsLowSurrogate(text[i + 1])) {
+      const char32_t cp = 0x10000 + ((static_cast<char32_t>(u) - 0xD800) << 10) +
+                          (static_cast<char32_t>(text[i + 1]) - 0xDC00);
+      out[k++] = static_cast<wchar_t>(cp);
+      ++i;
+    } else if (IsSurrogate(u)) {
+      out[k++] = static_cast<wchar_t>(kReplacement);
+    } else {
+      out[k++] = static_cast<wchar_t>(fold ? towlower(u) : u);
+    }
   }
-  return Utf16ToWide(folded.c_str(), folded.size());
+  return k;
 }
+
+// A text widened for the C library's collation, NUL-terminated. Short texts
+// stay in a buffer on the stack, so that collating them allocates nothing.
+class CollationText {
+ public:
+  CollationText(const char16_t* text, bool fold) {
+    const std::size_t length = wcslen(text);
+    wchar_t* out = m_inline;
+    if (length >= kInline) {
+      m_heap.resize(length + 1);
+      out = m_heap.data();
+    }
+    out[Widen(text, length, fold, out)] = 0;
+    m_text = out;
+  }
+  CollationText(const CollationText&) = delete;
+  CollationText& operator=(const CollationText&) = delete;
+
+  const wchar_t* c_str() const { return m_text; }
+
+ private:
+  static constexpr std::size_t kInline = 256;
+  wchar_t m_inline[kInline];
+  std::vector<wchar_t> m_heap;
+  const wchar_t* m_text;
+};
 
 int Sign(int v) { return (v > 0) - (v < 0); }
 
@@ -75,20 +116,8 @@ std::size_t wcslen(const char16_t* text) {
 std::wstring Utf16ToWide(const char16_t* text, std::size_t length) {
   std::wstring out;
   if (text == nullptr) return out;
-  out.reserve(length);
-  for (std::size_t i = 0; i < length; ++i) {
-    const char16_t u = text[i];
-    if (IsHighSurrogate(u) && i + 1 < length && IsLowSurrogate(text[i + 1])) {
-      const char32_t cp = 0x10000 + ((static_cast<char32_t>(u) - 0xD800) << 10) +
-                          (static_cast<char32_t>(text[i + 1]) - 0xDC00);
-      out.push_back(static_cast<wchar_t>(cp));
-      ++i;
-    } else if (IsSurrogate(u)) {
-      out.push_back(static_cast<wchar_t>(kReplacement));
-    } else {
-      out.push_back(static_cast<wchar_t>(u));
-    }
-  }
+  out.resize(length);
+  out.resize(Widen(text, length, false, out.data()));
   return out;
 }
 
@@ -111,14 +140,14 @@ std::u16string WideToUtf16(const wchar_t* text, std::size_t length) {
 }
 
 int wcscoll(const char16_t* a, const char16_t* b) {
-  const std::wstring wa = Utf16ToWide(a, wcslen(a));
-  const std::wstring wb = Utf16ToWide(b, wcslen(b));
+  const CollationText wa(a, false);
+  const CollationText wb(b, false);
   return Sign(std::wcscoll(wa.c_str(), wb.c_str()));
 }
 
 int _wcsicoll(const char16_t* a, const char16_t* b) {
-  const std::wstring wa = FoldedWide(a);
-  const std::wstring wb = FoldedWide(b);
+  const CollationText wa(a, true);
+  const CollationText wb(b, true);
   return Sign(std::wcscoll(wa.c_str(), wb.c_str()));
 }
 
