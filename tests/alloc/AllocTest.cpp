@@ -110,7 +110,7 @@ void WalkEach(const Case (&cases)[N]) {
 }
 
 constexpr Case kTrees[] = {{"parse", &Parse, u"sum(A1,(B1+2)*3,max(1,-2.5))+\"a \\'b\\'\"+C1", 20},
-                           {"calculation", &Calculate, u"15|0", 100}};
+                           {"calculation", &Calculate, u"15|0", 60}};
 // Leaks: the argument node of tree/Parser.cpp:332 when AddChild (:334) throws; the nodes pending in
 // DestroyNodes (tree/CCalcTreeNode.cpp:32) when its push_back throws.
 TEST(Alloc, ParseAndCalculationFailCleanly) { WalkEach(kTrees); }
