@@ -1,8 +1,8 @@
-// gmp/CGmpDivide.cpp: CGmp's division, remainder and square root. Division
+// gmp/CGmpDivide.cpp: CGmp's division and remainder. Division
 // turns both operands into whole numbers of the same ratio and writes the
 // quotient cut (never rounded) at the decimal limit: through 64 bits when
 // both have at most 18 digits, else by long division on base-10^9 limbs.
-// The remainder and the root are built from the operators.
+// The remainder is built from the operators; the root lives in CGmpSqrt.cpp.
 #include <algorithm>
 #include <utility>
 
@@ -214,27 +214,4 @@ void CGmp::mod(CGmp& b) {
   }
   t *= b;
   *this -= t;
-}
-
-int CGmp::sqrt() {
-  if (m_bNeg) return 0;
-  if (IsZero()) return 1;
-  // Newton's iteration from the number itself. Large numbers are not done in
-  // 40 rounds and keep the last estimate, which lies above the root.
-  CGmp x(*this);
-  CGmp previous;
-  CGmp t;
-  for (int round = 0; round < 40; ++round) {
-    previous = x;
-    t = *this;
-    t /= x;
-    x += t;
-    x /= 2;
-    if (x == previous) break;
-  }
-  m_strInt = std::move(x.m_strInt);
-  m_strDec = std::move(x.m_strDec);
-  m_bNeg = x.m_bNeg;
-  Validate();
-  return 1;
 }

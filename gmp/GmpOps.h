@@ -42,6 +42,11 @@ void MultiplyByRows(CGmp& x, const CGmp& b);  // x, b canonical, neither zero
 // and both are even.
 void div_Prepare(CGmp& x, CGmp& y);
 
+// sqrt of a positive value in the form Validate leaves, within the limits:
+// the digits of the operators' Newton iteration, computed on binary whole
+// numbers. False, x untouched, for any other value.
+bool SqrtFast(CGmp& x);
+
 // True when m_strInt has no leading 0 (a lone 0 allowed), m_strDec no
 // trailing 0, and both only digits: the form Validate leaves.
 bool IsCanonical(const CGmp& x);
