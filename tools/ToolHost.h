@@ -87,11 +87,16 @@ class ToolHost {
   static constexpr int kMaxAnswers = 100000;
   static constexpr int kMaxExpressionAnswers = 256;
 
- private:
-  // What the host answers for code 2 or 3; kExitOk with the value, or an
-  // exit code and the message.
+  // What the host answers for code 2 (a NAME=VALUE variable) or 3 (strResult
+  // of a function request); kExitOk with the value, or an exit code and the
+  // message. The sheet mode asks them for what is not a cell.
   int AnswerVariable(const CString& name, CString& value, std::string& error);
   int AnswerFunction(const CString& request, CString& value, std::string& error);
+  // The one calculator, with the tool's functions registered; null only when
+  // memory ran out.
+  ICalc* Calc() const { return m_calc.get(); }
+
+ private:
   void RegisterFunctions();
   // Answers the stop `code` (2 or 3) of a run and puts the value in; false,
   // with the exit code and message in report, when the run must end.

@@ -1,9 +1,11 @@
 // tools/vktcalc.cpp: main of the vktcalc command-line host. It reads the
 // arguments, installs the tool's language interface, and hands formulas from
 // the command line, a file, standard input or a person at a terminal to
-// ToolHost, printing results on standard output and errors on standard
-// error. What a run does lies in ToolHost; here is only how it is shown.
+// ToolHost, or a whole CSV sheet to Sheet, printing results on standard
+// output and errors on standard error. What a run does lies in ToolHost and
+// Sheet; here is only how it is shown.
 #include <fstream>
+#include <iterator>
 #include <iostream>
 #include <istream>
 #include <string>
@@ -11,6 +13,7 @@
 #include <vector>
 
 #include "VKTCalc.h"
+#include "tools/Sheet.h"
 #include "tools/Terminal.h"
 #include "tools/ToolHost.h"
 #include "tools/ToolLanguage.h"
@@ -26,6 +29,7 @@ constexpr const char* kUsage =
     "Usage: vktcalc [OPTIONS] FORMULA [NAME=VALUE]...\n"
     "       vktcalc [OPTIONS] -f FILE [NAME=VALUE]...\n"
     "       vktcalc [OPTIONS] - [NAME=VALUE]...\n"
+    "       vktcalc --sheet FILE.csv [-o OUT.csv] [NAME=VALUE]...\n"
     "       vktcalc [OPTIONS]\n"
     "       vktcalc --functions | --help | --version\n";
 
@@ -47,6 +51,15 @@ constexpr const char* kHelp =
     "  --trace, --trace=steps\n"
     "                  also print each step: the formula after each value put in\n"
     "  --trace=values  also print each variable and function value used\n"
+    "  --sheet FILE    compute a sheet: FILE (- for standard input) is CSV, each\n"
+    "                  field a cell (row 1 column 1 is A1); a field that starts\n"
+    "                  with = is a formula, and may read cells and ranges (A1,\n"
+    "                  b2, sum(A1:C3), ref('B7'), ref(2, 7)). Prints the sheet\n"
+    "                  with each formula replaced by its result, or by an error\n"
+    "                  that starts with #: #cycle A1 -> B1 -> A1, #ref A1 (reads\n"
+    "                  a cell in error), #1003 <message>, #name X, #unsupported X\n"
+    "                  (sheet, alias and @ references)\n"
+    "  -o OUT          with --sheet: write the sheet to OUT\n"
     "  --functions     list the functions by category\n"
     "  --help          show this text\n"
     "  --version       show the version\n"
@@ -67,13 +80,20 @@ constexpr const char* kHelp =
     "  3  a variable has no value\n"
     "  4  a function is unknown, or has no body in this build\n"
     "With several formulas the code is that of the first that failed; the\n"
-    "others are computed all the same.\n";
+    "others are computed all the same.\n"
+    "With --sheet:\n"
+    "  0  every cell was computed\n"
+    "  1  some cells are in error (the others are computed all the same)\n"
+    "  2  usage error, or an input that cannot be read: a file that cannot be\n"
+    "     opened, a quote that is not closed, more than 700 columns (ZX) or\n"
+    "     1,000,000 rows\n";
 
 struct Options {
-  enum class Source { kNone, kFormula, kFile, kStdin };
+  enum class Source { kNone, kFormula, kFile, kStdin, kSheet };
   Source source = Source::kNone;
   std::string formula;                   // Source::kFormula
-  std::string file;                      // Source::kFile
+  std::string file;                      // Source::kFile and kSheet
+  std::string output;                    // -o, with Source::kSheet
   std::vector<std::string> assignments;  // NAME=VALUE, in order
   TraceMode trace = TraceMode::kOff;
   bool help = false;
@@ -107,17 +127,23 @@ bool ParseArguments(int argc, char** argv, Options& options, std::string& proble
         options.trace = TraceMode::kSteps;
       } else if (arg == "--trace=values") {
         options.trace = TraceMode::kValues;
-      } else if (arg == "-f") {
+      } else if (arg == "-f" || arg == "--sheet") {
         if (options.source != Options::Source::kNone) {
-          problem = "-f cannot be combined with a formula, - or another -f";
+          problem = arg + " cannot be combined with a formula, -, -f or --sheet";
           return false;
         }
         if (i + 1 == argc) {
-          problem = "-f needs a file name";
+          problem = arg + " needs a file name";
           return false;
         }
         options.file = argv[++i];
-        options.source = Options::Source::kFile;
+        options.source = arg == "-f" ? Options::Source::kFile : Options::Source::kSheet;
+      } else if (arg == "-o") {
+        if (i + 1 == argc) {
+          problem = "-o needs a file name";
+          return false;
+        }
+        options.output = argv[++i];
       } else {
         problem = Concat({"unknown option ", arg,
                           " (a formula that starts with - goes after --, or write it as =", arg,
@@ -137,7 +163,47 @@ bool ParseArguments(int argc, char** argv, Options& options, std::string& proble
       options.assignments.push_back(arg);
     }
   }
+  if (!options.output.empty() && options.source != Options::Source::kSheet) {
+    problem = "-o goes with --sheet";
+    return false;
+  }
   return true;
+}
+
+// Computes the sheet in `file` ("-": standard input) and writes it to
+// standard output or `output`. Cells in error give kExitFormula.
+int RunSheet(ToolHost& host, const std::string& file, const std::string& output) {
+  std::string text;
+  if (file == "-") {
+    text.assign(std::istreambuf_iterator<char>(std::cin), {});
+  } else {
+    std::ifstream in(file, std::ios::binary);
+    if (!in) {
+      std::cerr << "vktcalc: cannot read " << file << '\n';
+      return kExitUsage;
+    }
+    text.assign(std::istreambuf_iterator<char>(in), {});
+  }
+  Sheet sheet(host);
+  std::string problem;
+  if (!sheet.Load(text, problem)) {
+    std::cerr << "vktcalc: " << file << ": " << problem << '\n';
+    return kExitUsage;
+  }
+  sheet.Parse();
+  sheet.Order();
+  sheet.Compute();
+  const std::string result = sheet.Write();
+  if (output.empty()) {
+    std::cout << result << std::flush;
+  } else {
+    std::ofstream out(output, std::ios::binary);
+    if (!(out << result) || !out.flush()) {
+      std::cerr << "vktcalc: cannot write " << output << '\n';
+      return kExitUsage;
+    }
+  }
+  return sheet.ErrorCount() == 0 ? kExitOk : kExitFormula;
 }
 
 // Prints one run: its trace and value on standard output, or its error,
@@ -240,6 +306,8 @@ int Main(int argc, char** argv) {
       }
       return RunLines(host, in, options.file, options.trace);
     }
+    case Options::Source::kSheet:
+      return RunSheet(host, options.file, options.output);
     case Options::Source::kNone:
     case Options::Source::kStdin:
       break;

@@ -76,7 +76,7 @@ TEST(Vktcalc, ErrorsAndUsage) {
       {{"1", "x y=3"}, "", "vktcalc: 'x y=3'" + kNoName, 2}, {{"1", "A1"}, "", "vktcalc: 'A1'" + kNoName, 2},
       {{"1", "A1==2"}, "", "vktcalc: 'A1==2'" + kNoName, 2},
       {{"-f"}, "", "vktcalc: -f needs a file name" + kHint, 2},
-      {{"1", "-f", "x"}, "", "vktcalc: -f cannot be combined with a formula, - or another -f" + kHint, 2},
+      {{"1", "-f", "x"}, "", "vktcalc: -f cannot be combined with a formula, -, -f or --sheet" + kHint, 2},
       {{"-f", "/nonexistent/formulas.txt"}, "", "vktcalc: cannot read /nonexistent/formulas.txt\n", 2},
   });
 }
@@ -112,10 +112,12 @@ TEST(Vktcalc, HelpFunctionListAndBadBytes) {
   using Pieces = std::vector<std::string>;
   const struct { std::vector<std::string> args; std::string in; Pieces out, err; } cases[] = {
       {{"--help"}, "", {"Usage: vktcalc [OPTIONS] FORMULA [NAME=VALUE]...\n", "  -f FILE ", "  --trace, "
-        "--trace=steps\n", "  --trace=values ", "  --functions ", "Exit codes:\n  0  every formula was "
-        "computed\n  1  a formula has an error: it does not parse, or its calculation failed\n  2  usage "
-        "error: a bad option or argument, or a file that cannot be read\n  3  a variable has no value\n  4 "
-        " a function is unknown, or has no body in this build\n", "others are computed all the same.\n"}, {}},
+        "--trace=steps\n", "  --trace=values ", "  --sheet FILE ", "  -o OUT ", "  --functions ",
+        "Exit codes:\n  0  every formula was computed\n  1  a formula has an error: it does not parse, or "
+        "its calculation failed\n  2  usage error: a bad option or argument, or a file that cannot be read\n"
+        "  3  a variable has no value\n  4  a function is unknown, or has no body in this build\n",
+        "others are computed all the same.\n",
+        "With --sheet:\n  0  every cell was computed\n  1  some cells are in error", "1,000,000 rows\n"}, {}},
       {{"--functions"}, "", {"Control\n  if(condition, then, else)\n", "\nMathematics and statistics\n",
         "  rand()\n", "  sum(value, ...)\n      The sum of the arguments.\n", "\nText, and numbers as text\n",
         "\nDate and time\n", "\nFunctions of this tool\n  clamp(value, low, high)\n      The value, or the "
