@@ -120,8 +120,9 @@ constexpr Case kNumbers[] = {
                                        u"0.0000000000000000000000000000000000000007"); },
      u"17636684144620811271604938270017636684144620811271604938270000000000000000000000000000000", 2},
     // Not compared with the true root: Newton's 40 rounds from the value itself stop far above it.
+    // The rounds run on the stack and the root's digits fit the strings' own room: nothing to fail.
     {"long root", [] { return Gmp(u"123456789012345678901234567890123456789012345678901234567890", {}); },
-     nullptr, 50},
+     nullptr, 0},
 };
 TEST(Alloc, LongDivisionAndSquareRootFailCleanly) { WalkEach(kNumbers); }
 
