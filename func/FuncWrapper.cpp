@@ -4,6 +4,9 @@
 // quoted text) or an error text. Error numbers are the calculator's affair.
 #include "func/FuncWrapper.h"
 
+#include <utility>
+#include <vector>
+
 #include "CErrorCollector.h"
 #include "CGmp.h"
 #include "CUtilityCalc.h"
@@ -22,15 +25,21 @@ bool IsTextKind(BYTE kind) { return kind == 1 || kind == 3 || kind == 4; }
 // its 0, since a body such as if() chose it on purpose.
 bool IsNumberKind(BYTE kind) { return kind == 2 || kind == 5 || kind == 6; }
 
+// arrQuoted reaches one past the last quoted argument (new entries 0); it
+// is sized once, since growing it entry by entry would copy it again and
+// again on a call with many arguments.
 void UnquoteArguments(CFuncPara& para) {
   const int count = para.arrArgs.GetSize();
+  std::vector<int> quoted;
   for (int i = 0; i < count; ++i) {
     CString copy(para.arrArgs[i]);
     if (CUtilityCalc::Dettach_Quotes(copy, 1) == 0) continue;
-    para.arrArgs.SetAt(i, copy);
-    if (para.arrQuoted.GetSize() <= i) para.arrQuoted.SetSize(i + 1);
-    para.arrQuoted.SetAt(i, 1);
+    para.arrArgs.ElementAt(i) = std::move(copy);
+    quoted.push_back(i);
   }
+  if (quoted.empty()) return;
+  if (para.arrQuoted.GetSize() <= quoted.back()) para.arrQuoted.SetSize(quoted.back() + 1);
+  for (int i : quoted) para.arrQuoted.SetAt(i, 1);
 }
 
 }  // namespace

@@ -428,14 +428,14 @@ int CCalcTreeNode::GetFuncCall(CString& name, CStringArray& args, int rawStrings
   // Chosen: "quotes attached" escapes as well (GetValue(text, 1, 1)), so
   // that the text comes back whole through Dettach_Quotes(text, 1).
   const int quotes = rawStrings ? 0 : 1;
+  // Sized once: adding one by one would copy the array at every step of
+  // its growth, which a call with a million arguments feels.
+  args.SetSize(count);
   for (int i = 0; i < count; ++i) {
     ICalcTreeNode* argument = m_Children[i];
-    CString value;
-    if (argument != nullptr) {
-      ICalcTreeNode* first = argument->GetChild(0);
-      (first != nullptr ? first : argument)->GetValue(value, quotes, quotes);
-    }
-    args.Add(value);
+    if (argument == nullptr) continue;
+    ICalcTreeNode* first = argument->GetChild(0);
+    (first != nullptr ? first : argument)->GetValue(args.ElementAt(i), quotes, quotes);
   }
   return 1;
 }

@@ -242,21 +242,36 @@ bool ApplyUnaryMinus(CCalcTreeNode* node, int compare) {
 // One pass per arithmetic rank, the highest first, each left to right
 // across the results of the pass before. False on a pair of operands that
 // the operator can't take.
+//
+// A pass keeps what stays at the front of the array (the first `kept`
+// slots) and reads on from `read`; the slots between are dead. Each step so
+// costs the same however long the run, and a pass over n children is one
+// walk. The order of the steps and of the failure are those of taking one
+// pair out at a time: on a failure the array is closed up first, so that
+// the node stands as that would have left it.
 bool ComputeArithmetic(CCalcTreeNode* node, unsigned char format, unsigned char& kind) {
   CCalcTreeNodeArray& children = node->m_Children;
   for (unsigned char rank = kRankProduct; rank >= kRankSum; --rank) {
-    int i = 1;
-    while (i < children.GetSize() - 1) {
-      CCalcTreeNode* op = Impl(children[i]);
+    const int size = children.GetSize();
+    if (size < 3) continue;
+    ICalcTreeNode** slots = children.GetData();
+    int kept = 1;
+    int read = 1;
+    bool failed = false;
+    while (read < size - 1) {
+      CCalcTreeNode* op = Impl(slots[read]);
       const unsigned char code = CodeOf(op);
       const OperatorInfo* info = OperatorOfCode(code);
       if (info == nullptr || info->cls != OperatorClass::Arithmetic || info->rank != rank) {
-        ++i;
+        slots[kept++] = slots[read++];
         continue;
       }
-      CCalcTreeNode* left = Impl(children[i - 1]);
-      CCalcTreeNode* right = Impl(children[i + 1]);
-      if (!CoerceOperands(left, op, right, format)) return false;
+      CCalcTreeNode* left = Impl(slots[kept - 1]);
+      CCalcTreeNode* right = Impl(slots[read + 1]);
+      if (!CoerceOperands(left, op, right, format)) {
+        failed = true;
+        break;
+      }
       // What Arithmetic and JoinTexts rely on: two values of one kind.
       VKTCALC_ASSERT(IsValue(left) && left->m_Kind == right->m_Kind);
       kind = left->m_Kind == kKindText ? kResultJoined : kResultNumber;
@@ -264,8 +279,13 @@ bool ComputeArithmetic(CCalcTreeNode* node, unsigned char format, unsigned char&
         Arithmetic(left, code, right, kind);
       else
         JoinTexts(left, right);
-      DeleteAt(children, i, 2);
+      delete slots[read];
+      delete slots[read + 1];
+      read += 2;
     }
+    while (read < size) slots[kept++] = slots[read++];
+    children.SetSize(kept);
+    if (failed) return false;
   }
   return true;
 }
@@ -339,18 +359,31 @@ unsigned char StoredCode(const CString& op) {
 void CutIntoSegments(CCalcTreeNode* node, std::deque<CLogicSegment>& segments) {
   CCalcTreeNodeArray children(std::move(node->m_Children));
   node->m_Children.RemoveAll();
-  CLogicSegment* operands = nullptr;
-  for (ICalcTreeNode*& child : children) {
+  auto isLogic = [](ICalcTreeNode* child) {
     CCalcTreeNode* impl = Impl(child);
-    if (impl != nullptr && impl->IsLogicOperator()) {
-      segments.emplace_back().strOp = impl->m_Text;
-      operands = nullptr;
+    return impl != nullptr && impl->IsLogicOperator();
+  };
+  const int count = children.GetSize();
+  int at = 0;
+  while (at < count) {
+    ICalcTreeNode*& child = children[at];
+    if (isLogic(child)) {
+      segments.emplace_back().strOp = Impl(child)->m_Text;
       delete child;
-    } else {
-      if (operands == nullptr) operands = &segments.emplace_back();
-      operands->arrOperands.Add(child);
+      child = nullptr;
+      ++at;
+      continue;
     }
-    child = nullptr;
+    // A run of operands goes over whole: its array is sized once.
+    int end = at + 1;
+    while (end < count && !isLogic(children[end])) ++end;
+    CCalcTreeNodeArray& operands = segments.emplace_back().arrOperands;
+    operands.SetSize(end - at);
+    for (int i = at; i < end; ++i) {
+      operands[i - at] = children[i];
+      children[i] = nullptr;
+    }
+    at = end;
   }
 }
 
