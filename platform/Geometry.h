@@ -37,6 +37,9 @@ class VKTCALC_API CSize : public SIZE {
   CSize(const SIZE& size) noexcept : SIZE(size) {}
 
   bool operator==(const SIZE& other) const noexcept { return cx == other.cx && cy == other.cy; }
+  // The same for two CSizes: without it, C++20's reversed candidates make
+  // a == b ambiguous to some compilers.
+  bool operator==(const CSize& other) const noexcept { return cx == other.cx && cy == other.cy; }
   bool operator!=(const SIZE& other) const noexcept { return !(*this == other); }
   CSize& operator+=(const SIZE& other) noexcept;
   CSize& operator-=(const SIZE& other) noexcept;
@@ -55,6 +58,7 @@ class VKTCALC_API CPoint : public POINT {
   void SetPoint(int x0, int y0) noexcept { x = x0; y = y0; }
 
   bool operator==(const POINT& other) const noexcept { return x == other.x && y == other.y; }
+  bool operator==(const CPoint& other) const noexcept { return x == other.x && y == other.y; }
   bool operator!=(const POINT& other) const noexcept { return !(*this == other); }
   CPoint& operator+=(const SIZE& offset) noexcept;
   CPoint& operator-=(const SIZE& offset) noexcept;
@@ -107,6 +111,7 @@ class VKTCALC_API CRect : public RECT {
   int UnionRect(const RECT& a, const RECT& b) noexcept;
 
   bool operator==(const RECT& other) const noexcept;
+  bool operator==(const CRect& other) const noexcept { return *this == static_cast<const RECT&>(other); }
   bool operator!=(const RECT& other) const noexcept { return !(*this == other); }
   CRect& operator+=(const POINT& offset) noexcept;  // moves the rectangle
   CRect& operator-=(const POINT& offset) noexcept;
