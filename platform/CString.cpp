@@ -32,15 +32,6 @@ bool InSet(char16_t ch, const char16_t* set) noexcept {
   return false;
 }
 
-// Chosen: the white space of the no-argument trims is Unicode's, fixed, so
-// that a cell trims the same way whatever locale the host process runs in.
-bool IsWhiteSpace(char16_t ch) noexcept {
-  if (ch == u' ' || (ch >= 0x09 && ch <= 0x0D)) return true;
-  if (ch < 0x85) return false;
-  return ch == 0x85 || ch == 0xA0 || ch == 0x1680 || (ch >= 0x2000 && ch <= 0x200A) ||
-         ch == 0x2028 || ch == 0x2029 || ch == 0x202F || ch == 0x205F || ch == 0x3000;
-}
-
 }  // namespace
 
 CString::CString() noexcept : m_data(m_inline), m_length(0), m_capacity(kInlineCapacity) {
@@ -418,6 +409,15 @@ int TrailingCount(const char16_t* data, int length, Keep isTrimmed) {
 }
 
 }  // namespace
+
+// Chosen: the white space of the no-argument trims is Unicode's, fixed, so
+// that a cell trims the same way whatever locale the host process runs in.
+bool CString::IsWhiteSpace(char16_t ch) noexcept {
+  if (ch == u' ' || (ch >= 0x09 && ch <= 0x0D)) return true;
+  if (ch < 0x85) return false;
+  return ch == 0x85 || ch == 0xA0 || ch == 0x1680 || (ch >= 0x2000 && ch <= 0x200A) ||
+         ch == 0x2028 || ch == 0x2029 || ch == 0x202F || ch == 0x205F || ch == 0x3000;
+}
 
 CString& CString::TrimLeft() {
   Delete(0, LeadingCount(m_data, m_length, [](char16_t c) { return IsWhiteSpace(c); }));

@@ -110,6 +110,9 @@ class VKTCALC_API CString {
   CString& Trim();
   CString& Trim(char16_t ch);
   CString& Trim(const char16_t* set);
+  // The white space that the trims without an argument take: Unicode's,
+  // the same in every locale.
+  static bool IsWhiteSpace(char16_t ch) noexcept;
 
   // printf-style formatting on 16-bit text. %s and %c take 16-bit text and
   // units, %S narrow UTF-8 text; I64 and ll mark 64-bit integers.

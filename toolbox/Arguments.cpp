@@ -19,19 +19,12 @@ constexpr char16_t kLF = u'\n';
 bool IsQuote(char16_t ch) { return ch == u'\'' || ch == u'"'; }
 bool IsBlankOrTab(char16_t ch) { return ch == u' ' || ch == u'\t'; }
 
-// The white space of CString's own trims, so that skipping it by position
-// agrees with TrimLeft. A one-unit text lives inside the object: no heap.
-bool IsWhiteSpace(char16_t ch) {
-  CString one(ch);
-  return one.TrimLeft().IsEmpty();
-}
-
 // The wide text of a block and its length in whole units.
 const char16_t* Units(CMem& text) { return reinterpret_cast<const char16_t*>(text.pBuf); }
 int UnitLength(CMem& text) { return text.pBuf == nullptr || text.nSize < 0 ? 0 : text.nSize / 2; }
 
 int SkipWhiteSpace(const char16_t* p, int i, int n) {
-  while (i < n && IsWhiteSpace(p[i])) ++i;
+  while (i < n && CString::IsWhiteSpace(p[i])) ++i;
   return i;
 }
 
