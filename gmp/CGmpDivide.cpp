@@ -12,30 +12,11 @@
 #include "gmp/Limbs.h"
 
 using namespace vkt::digits;
+using vkt::gmp::kPow10;
 
 namespace {
 
 __extension__ typedef unsigned __int128 Uint128;
-
-constexpr std::uint64_t kPow10[19] = {1ULL,
-                                      10ULL,
-                                      100ULL,
-                                      1000ULL,
-                                      10000ULL,
-                                      100000ULL,
-                                      1000000ULL,
-                                      10000000ULL,
-                                      100000000ULL,
-                                      1000000000ULL,
-                                      10000000000ULL,
-                                      100000000000ULL,
-                                      1000000000000ULL,
-                                      10000000000000ULL,
-                                      100000000000000ULL,
-                                      1000000000000000ULL,
-                                      10000000000000000ULL,
-                                      100000000000000000ULL,
-                                      1000000000000000000ULL};
 
 bool AllDigits(const CString& s) { return AllDigitUnits(s.GetString(), s.GetLength()); }
 

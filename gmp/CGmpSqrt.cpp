@@ -13,6 +13,7 @@
 #include "gmp/GmpOps.h"
 
 using namespace vkt::digits;
+using vkt::gmp::kPow10;
 
 namespace {
 
@@ -23,26 +24,6 @@ __extension__ typedef unsigned __int128 U128;
 constexpr int kCap = 9;
 constexpr int kMaxPow = 101;  // 10^(maxFull + maxDec) is the largest power compared
 constexpr int kChunk = 19;    // decimal digits per 64-bit step
-constexpr U64 kPow10[20] = {1ULL,
-                            10ULL,
-                            100ULL,
-                            1000ULL,
-                            10000ULL,
-                            100000ULL,
-                            1000000ULL,
-                            10000000ULL,
-                            100000000ULL,
-                            1000000000ULL,
-                            10000000000ULL,
-                            100000000000ULL,
-                            1000000000000ULL,
-                            10000000000000ULL,
-                            100000000000000ULL,
-                            1000000000000000ULL,
-                            10000000000000000ULL,
-                            100000000000000000ULL,
-                            1000000000000000000ULL,
-                            10000000000000000000ULL};
 
 // A natural number in base 2^64, least significant limb first; n counts the
 // limbs without zero limbs on top (0 for the number 0).

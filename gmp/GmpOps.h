@@ -6,9 +6,20 @@
 // and leaves m_bNeg alone unless it says otherwise.
 #pragma once
 
+#include <array>
+#include <cstdint>
+
 #include "CGmp.h"
 
 namespace vkt::gmp {
+
+// 10^0 to 10^19, every power of ten that a 64-bit word holds.
+inline constexpr std::array<std::uint64_t, 20> kPow10 = [] {
+  std::array<std::uint64_t, 20> powers{};
+  powers[0] = 1;
+  for (std::size_t i = 1; i < powers.size(); ++i) powers[i] = powers[i - 1] * 10;
+  return powers;
+}();
 
 // The longest integer part that Mul_10exp builds; SetString's exponents stay
 // far below it.
