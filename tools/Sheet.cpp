@@ -56,6 +56,12 @@ bool IsTextKind(unsigned char resultKind) {
   return resultKind == 1 || resultKind == 3 || resultKind == 4 || resultKind == 7;
 }
 
+// "1003 Invalid expression or call: ..." from a failed parse or run.
+std::string ErrorText(const CErrorCollector& errors) {
+  const CString text(errors.pszErrorText != nullptr ? errors.pszErrorText : u"");
+  return std::to_string(errors.nError) + " " + text.ToUtf8();
+}
+
 bool IsNumber(const CString& text) {
   return !text.IsEmpty() && CUtilityCalc::IsPureNumber(text, 0, CGmp::CheckStrict_Full, 0) != 0;
 }
@@ -132,8 +138,7 @@ void Sheet::Parse() {
     f.tree.reset(CUtilityCalc::ParseExpression_Formula(CString::FromUtf8(cell->text), &errors));
     if (f.tree != nullptr) continue;
     if (errors.nError != 0) {
-      const CString text(errors.pszErrorText != nullptr ? errors.pszErrorText : u"");
-      Fail(i, std::to_string(errors.nError) + " " + text.ToUtf8());
+      Fail(i, ErrorText(errors));
     } else {
       cell->kind = Kind::kText;  // "=" alone: an empty result
       cell->text.clear();
@@ -336,8 +341,7 @@ void Sheet::ComputeFormula(int formula) {
     }
     if (code == 6) return Fail(formula, "the call of " + errors.strFuncName.ToUtf8() + " was held back");
     if (code != 2 && code != 3) {
-      const CString text(errors.pszErrorText != nullptr ? errors.pszErrorText : u"");
-      return Fail(formula, std::to_string(errors.nError) + " " + text.ToUtf8());
+      return Fail(formula, ErrorText(errors));
     }
     CString value;
     std::string error;
@@ -345,8 +349,7 @@ void Sheet::ComputeFormula(int formula) {
     if (++answers > ToolHost::kMaxAnswers)
       return Fail(formula, "gave up after " + std::to_string(answers) + " values");
     if (calc->SetNodeValue(para.pRoot, para.pCurrent, value, para.pError, nullptr) == 0) {
-      const CString text(errors.pszErrorText != nullptr ? errors.pszErrorText : u"");
-      return Fail(formula, std::to_string(errors.nError) + " " + text.ToUtf8());
+      return Fail(formula, ErrorText(errors));
     }
   }
 }
